@@ -1,0 +1,38 @@
+# zet_add_test(TestName LABEL unit|golden|property|tool SOURCES source... [LIBS library...])
+#
+# Makes a Qt Test program and registers it with ctest. The test sees the hidden classes of the library, runs without a
+# screen, and starts in an empty folder of its own below the build folder, where its output can be looked at afterwards.
+# ZET_SOURCE_DIR is the root of the source tree, for test data.
+function(zet_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL" "SOURCES;LIBS")
+    if(arg_UNPARSED_ARGUMENTS)
+        message(FATAL_ERROR "zet_add_test(${name}): not understood: ${arg_UNPARSED_ARGUMENTS}")
+    endif()
+    if(NOT arg_LABEL MATCHES "^(unit|golden|property|tool)$")
+        message(FATAL_ERROR "zet_add_test(${name}): LABEL is \"${arg_LABEL}\", expected unit, golden, property or tool")
+    endif()
+    if(NOT arg_SOURCES)
+        message(FATAL_ERROR "zet_add_test(${name}): no SOURCES")
+    endif()
+
+    add_executable(${name} ${arg_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests/bin")
+    target_compile_definitions(${name} PRIVATE "ZET_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\"")
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} ZETLaserObjects ZETHost::ZETHost Qt6::Test)
+
+    zet_register_test(${name} LABEL ${arg_LABEL} COMMAND $<TARGET_FILE:${name}>)
+endfunction()
+
+# zet_register_test(TestName LABEL unit|golden|property|tool COMMAND program argument...)
+#
+# Registers a program or a script as a test, with the same folder, environment and time limit as a Qt Test program.
+function(zet_register_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL" "COMMAND")
+    set(folder "${PROJECT_BINARY_DIR}/tests/run/${name}")
+    add_test(NAME ${name}
+        COMMAND ${CMAKE_COMMAND} -DFOLDER=${folder} -P ${PROJECT_SOURCE_DIR}/cmake/ZETRunTest.cmake -- ${arg_COMMAND})
+    set_tests_properties(${name} PROPERTIES
+        LABELS ${arg_LABEL}
+        TIMEOUT 120
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+endfunction()
