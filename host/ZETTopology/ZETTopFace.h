@@ -1,0 +1,17 @@
+#pragma once
+
+#include <ZETTopology/ZETTopEntity.h>
+
+class ZETGeoSurface;
+
+/*! The entity of dimension 2. */
+class ZETHOST_EXPORT ZETTopFace : public ZETTopEntity
+{
+    Q_OBJECT
+
+public:
+    ~ZETTopFace() override;
+
+    /*! The face's surface, owned by the body. */
+    virtual const ZETGeoSurface* GetSurface() const = 0;
+};
