@@ -1,0 +1,55 @@
+# Front door. Behind it stand ordinary CMake presets: see `cmake --list-presets`.
+
+SHELL := /bin/bash
+.SHELLFLAGS := -eu -o pipefail -c
+.DEFAULT_GOAL := help
+.NOTPARALLEL:
+
+WARNINGS_AS_ERRORS ?= ON
+export CTEST_PARALLEL_LEVEL ?= $(shell nproc 2>/dev/null || echo 1)
+
+configure = cmake --preset $(1) -DZETLASER_WARNINGS_AS_ERRORS=$(WARNINGS_AS_ERRORS)
+
+.PHONY: help job test bench sanitize format lint install-dependencies
+
+help: ## Say what can be made
+	@echo 'Targets; each installs what it needs (Debian 12, as root or through sudo):'
+	@sed -nE 's/^([a-z-]+):.*## (.*)/  make \1\t\2/p' $(firstword $(MAKEFILE_LIST)) | expand -t 32
+	@echo 'WARNINGS_AS_ERRORS=OFF builds with a compiler that warns where ours does not.'
+
+job: ## Build zetlaser-job and write the part files of the example part
+	scripts/install-dependencies.sh build
+	$(call configure,release)
+	cmake --build --preset release --target zetlaser-job
+	scripts/run-example-job.sh
+
+test: ## Build everything and run all tests
+	scripts/install-dependencies.sh build
+	$(call configure,release)
+	cmake --build --preset release
+	ctest --preset release
+
+bench: ## Build and run the benchmarks
+	scripts/install-dependencies.sh build bench
+	$(call configure,release) -DZETLASER_BUILD_BENCHMARKS=ON
+	cmake --build --preset release --target bench
+
+sanitize: ## Run all tests under the address and undefined behaviour sanitizers
+	scripts/install-dependencies.sh build
+	$(call configure,sanitize)
+	cmake --build --preset sanitize
+	ctest --preset sanitize
+
+format: ## Lay out all sources with clang-format
+	scripts/install-dependencies.sh lint
+	scripts/list-sources.sh | xargs clang-format -i
+
+lint: ## Check the layout, then look through all sources with clang-tidy
+	scripts/install-dependencies.sh build lint
+	scripts/list-sources.sh | xargs clang-format --dry-run -Werror
+	$(call configure,release)
+	cmake --build --preset release
+	scripts/list-sources.sh '*.cpp' | xargs -P "$$(nproc)" -n 4 clang-tidy -p build/release --quiet
+
+install-dependencies: ## Install all that any target needs
+	scripts/install-dependencies.sh build bench lint
