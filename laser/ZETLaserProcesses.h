@@ -1,0 +1,59 @@
+#pragma once
+
+#include "laser/ZETLaserGlobal.h"
+#include "laser/ZETLaserOptions.h"
+
+#include <QMap>
+#include <QObject>
+#include <QPointer>
+
+#include <memory>
+
+class ZETFeatObject;
+class ZETLaserProcessesPrivate;
+class ZETVisVirtualObject;
+
+/*! The driver of one laser job, with four independent steps: read the model into a tree of laser entities, thin the
+ *  points of the tree, write the tree to a file, show it in the scene. It has no policy of its own: a client gets it
+ * from ZETLaserOptions::GetLaserProcesses and calls the steps that it wants, in the order read, process, then write or
+ *  display. A step on an empty tree works and gives its empty result.
+ *
+ *  The options are read live at each step, but for the file type and the nest flags, which the constructor looks at. It
+ *  owns the tree, the reader and the renderer; the options own it, and it must not outlive them.
+ *
+ *  Used from one thread. It catches nothing that the host throws. */
+class ZETLASER_EXPORT ZETLaserProcesses : public QObject
+{
+    Q_OBJECT
+    Q_DECLARE_PRIVATE_D(d, ZETLaserProcesses)
+
+public:
+    /*! Display objects by the ply or sub-ply that they show and by where their content came from. */
+    using VisObjects = QMap<QPointer<ZETFeatObject>, QMap<ZETLaserOptions::ELaserSourceType, ZETVisVirtualObject*>>;
+
+    /*! For FileLAP exactly one of the two nest flags must be on: if both or none is, the constructor corrects \a
+     *  options and sends a message of type 0. */
+    explicit ZETLaserProcesses(ZETLaserOptions* options);
+    ~ZETLaserProcesses() override;
+
+    /*! Empties the tree and reads the model into it. False if the tree stayed empty. The list of materials is kept from
+     *  one read to the next. */
+    bool ReadLaserData();
+    /*! Thins the points of the tree, if GetUseMinimizePointsTolerance(). Always true. */
+    bool ProcessLaserData();
+    /*! Writes the tree with the writer of GetFileType(). False if there is none, or if the writer failed.
+     *
+     *  While the file is written the application's default locale is C; behind it, it is the system's, also if the
+     *  application had set another. An exception of a writer leaves the C locale in force. */
+    bool WriteLaserData();
+    /*! Makes hidden display objects of the tree and puts them in the scene. Those of an earlier call are not taken out:
+     *  call EraseLaserData first. */
+    bool DisplayLaserData();
+    /*! Takes the display objects out of the scene. */
+    void EraseLaserData();
+    /*! The display objects of the last DisplayLaserData; empty before it. They are not valid behind EraseLaserData. */
+    VisObjects GetRenderVisObjects();
+
+private:
+    std::unique_ptr<ZETLaserProcessesPrivate> d;
+};
