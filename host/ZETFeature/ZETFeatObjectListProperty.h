@@ -43,13 +43,13 @@ public:
 
     static constexpr int noSignal = -2;
 
-    /*! \a addedSignal and \a removedSignal are method indices of the feature's meta-object; negative means that there
-     *  is no such signal. */
-    ZETFeatObjectListProperty(ZETFeatObject* feature, int propertyIndex, int addedSignal = noSignal,
-                              int removedSignal = noSignal)
-        : ZETFeatObjectListPropertyBase(feature, propertyIndex)
-        , addedSignal(addedSignal)
-        , removedSignal(removedSignal)
+    /*! \a signalOfAdded and \a signalOfRemoved are method indices of the feature's meta-object; negative means that
+     * there is no such signal. */
+    ZETFeatObjectListProperty(ZETFeatObject* owner, int index, int signalOfAdded = noSignal,
+                              int signalOfRemoved = noSignal)
+        : ZETFeatObjectListPropertyBase(owner, index)
+        , addedSignal(signalOfAdded)
+        , removedSignal(signalOfRemoved)
     {
     }
 

@@ -43,15 +43,15 @@ class ZETFeatValueProperty : public ZETFeatValuePropertyBase
 public:
     /*! Built without a default: the value is T's own, the property isn't initialised, and it asks the framework for
      *  its first value if the meta-type system knows T. */
-    ZETFeatValueProperty(ZETFeatObject* feature, int propertyIndex)
-        : ZETFeatValuePropertyBase(feature, propertyIndex)
+    ZETFeatValueProperty(ZETFeatObject* owner, int index)
+        : ZETFeatValuePropertyBase(owner, index)
     {
         if (QMetaType::fromType<T>().isValid())
             RequestInitialization();
     }
     /*! Built with a default: the property counts as initialised. */
-    ZETFeatValueProperty(ZETFeatObject* feature, int propertyIndex, const T& defaultValue)
-        : ZETFeatValuePropertyBase(feature, propertyIndex)
+    ZETFeatValueProperty(ZETFeatObject* owner, int index, const T& defaultValue)
+        : ZETFeatValuePropertyBase(owner, index)
         , value(defaultValue)
         , initialised(true)
     {

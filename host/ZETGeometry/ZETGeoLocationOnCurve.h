@@ -11,9 +11,9 @@ class ZETHOST_EXPORT ZETGeoLocationOnCurve
 {
 public:
     ZETGeoLocationOnCurve() = default;
-    ZETGeoLocationOnCurve(const ZETGeoCurve* curve, double parameter)
-        : curve(curve)
-        , parameter(parameter)
+    ZETGeoLocationOnCurve(const ZETGeoCurve* onCurve, double at)
+        : curve(onCurve)
+        , parameter(at)
     {
     }
     ZETGeoLocationOnCurve(const ZETGeoLocationOnCurve&) = default;

@@ -11,10 +11,10 @@ class ZETHOST_EXPORT ZETGeoLocationOnSurface
 {
 public:
     ZETGeoLocationOnSurface() = default;
-    ZETGeoLocationOnSurface(const ZETGeoSurface* surface, double u, double v)
-        : surface(surface)
-        , u(u)
-        , v(v)
+    ZETGeoLocationOnSurface(const ZETGeoSurface* onSurface, double atU, double atV)
+        : surface(onSurface)
+        , u(atU)
+        , v(atV)
     {
     }
     ZETGeoLocationOnSurface(const ZETGeoLocationOnSurface&) = default;

@@ -7,8 +7,8 @@
 class ZETHOST_EXPORT ZETGeoPointOnCurve
 {
 public:
-    explicit ZETGeoPointOnCurve(const ZETGeoLocationOnCurve& location)
-        : location(location)
+    explicit ZETGeoPointOnCurve(const ZETGeoLocationOnCurve& at)
+        : location(at)
     {
     }
 

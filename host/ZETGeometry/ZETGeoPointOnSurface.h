@@ -7,8 +7,8 @@
 class ZETHOST_EXPORT ZETGeoPointOnSurface
 {
 public:
-    explicit ZETGeoPointOnSurface(const ZETGeoLocationOnSurface& location)
-        : location(location)
+    explicit ZETGeoPointOnSurface(const ZETGeoLocationOnSurface& at)
+        : location(at)
     {
     }
 

@@ -12,9 +12,9 @@ class ZETHOST_EXPORT ZETGeoRangeOfCurve
 public:
     /*! A range of no curve. */
     ZETGeoRangeOfCurve() = default;
-    ZETGeoRangeOfCurve(const ZETGeoLocationOnCurve& start, const ZETGeoLocationOnCurve& end)
-        : start(start)
-        , end(end)
+    ZETGeoRangeOfCurve(const ZETGeoLocationOnCurve& from, const ZETGeoLocationOnCurve& to)
+        : start(from)
+        , end(to)
     {
     }
     ZETGeoRangeOfCurve(const ZETGeoRangeOfCurve&) = default;
