@@ -48,7 +48,7 @@ lint: ## Check the layout, then look through all sources with clang-tidy
 	scripts/install-dependencies.sh build lint
 	scripts/list-sources.sh | xargs clang-format --dry-run -Werror
 	$(call configure,release)
-	cmake --build --preset release
+	cmake --build --preset release --target all all_verify_interface_header_sets
 	scripts/list-sources.sh '*.cpp' | xargs -P "$$(nproc)" -n 4 clang-tidy -p build/release --quiet
 
 install-dependencies: ## Install all that any target needs
