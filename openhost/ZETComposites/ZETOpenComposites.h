@@ -47,8 +47,8 @@ ZETHOST_EXPORT void SetFlatteningMode(ZETCompLayup& layup, ZETCompLayup::Flatten
 
 /*! The boundaries; an element may be null. */
 ZETHOST_EXPORT void SetBoundaryCurves(ZETCompPlyBase& ply, const QList<ZETGeoAssembledCurveOnSurface*>& curves);
-/*! The updated boundaries; an element may be null. As long as this was never called, or after ResetUpdatedBoundaryCurves,
- *  the boundaries themselves are the answer. */
+/*! The updated boundaries; an element may be null. As long as this was never called, or after
+ * ResetUpdatedBoundaryCurves, the boundaries themselves are the answer. */
 ZETHOST_EXPORT void SetUpdatedBoundaryCurves(ZETCompPlyBase& ply, const QList<const ZETGeoCurveOnSurface*>& curves);
 ZETHOST_EXPORT void ResetUpdatedBoundaryCurves(ZETCompPlyBase& ply);
 
@@ -59,9 +59,8 @@ ZETHOST_EXPORT void SetSurfaceUpdateFeature(ZETCompPly& ply, ZETCompSurfaceUpdat
 
 ZETHOST_EXPORT void SetSeedPoint(ZETCompStrategy& strategy, ZETFeatGeometry* seedPoint);
 ZETHOST_EXPORT void SetSeedCurve(ZETCompStrategy& strategy, ZETFeatGeometry* seedCurve);
-/*! The seed on the final surface. The location's surface must be a face of the layup's workpiece or of the ply's
- *  surface update, because the location is saved as a place on that feature. As long as this was never called, the
- *  answer is the seed point's position, projected onto the final surface. */
+/*! The seed on the final surface, which is held. As long as this was never called, the answer is the seed point's
+ *  position, projected onto the first face of the ply's surface update, or of the workpiece without one. */
 ZETHOST_EXPORT void SetFinalSeedPoint(ZETCompStrategy& strategy, const ZETGeoLocationOnSurface& location);
 /*! Null is allowed. */
 ZETHOST_EXPORT void SetFinalSeedCurve(ZETCompStrategy& strategy, const ZETGeoCurveOnSurface* curve);

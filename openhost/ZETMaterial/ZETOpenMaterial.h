@@ -2,12 +2,15 @@
 
 #include <ZETHostGlobal.h>
 
+#include <QByteArray>
 #include <QString>
+#include <QVariant>
 
+class ZETMatDefinition;
 class ZETMatMaterial;
 class ZETMatPackaging;
 
-/*! How the materials of the open host are filled in. */
+/*! How the materials of the open host are filled in, and what a definition holds. */
 namespace ZETOpenMaterial
 {
 
@@ -18,5 +21,9 @@ ZETHOST_EXPORT void SetThickness(ZETMatMaterial& material, double thickness);
 
 /*! Width and length of the roll, in mm. */
 ZETHOST_EXPORT void SetSize(ZETMatPackaging& packaging, double width, double length);
+
+/*! What a definition holds since its last commit. A property that isn't allowed, or that no feature had, is invalid. */
+ZETHOST_EXPORT QByteArray GetKey(const ZETMatDefinition& definition);
+ZETHOST_EXPORT QVariant GetValue(const ZETMatDefinition& definition, const QByteArray& group, const QByteArray& name);
 
 } // namespace ZETOpenMaterial
