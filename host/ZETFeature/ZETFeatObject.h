@@ -37,8 +37,8 @@ public:
     Q_ENUM(MessageStatus)
 
     /*! Creates the feature in \a container, as the last child of \a parent. Null for \a parent makes a feature without
-     *  a place in the tree, which the root is. The class's own allowedParents is looked at when the object is complete:
-     *  a wrong parent is told as a message of the feature. */
+     *  a place in the tree, which the root is. allowedParents isn't looked at here, because the class of a feature
+     *  isn't known before its construction is done: whoever makes features by name asks IsChildAllowed first. */
     ZETFeatObject(ZETFeatContainer* container, ZETFeatObject* parent);
     /*! The form for loading: no parent yet. Both arguments may be null or invalid. */
     ZETFeatObject(const ZETGeoGeometryRef& reference, ZETGeoContainer* container);
@@ -58,6 +58,8 @@ public:
     virtual QString GetLabelPrefix() const;
     /*! Whether a feature of class \a type may stand below this one: answered from allowedParents of that class. */
     virtual bool IsChildAllowed(const QMetaObject* type) const;
+    /*! How a user may move the feature among its siblings, as bits of the host's own; 0 for not at all, as here. */
+    virtual int GetAllowedMoveActions();
     virtual bool IsUserDeletable() const;
     virtual bool CanUserDuplicate() const;
     virtual void SetVisibility(bool visible);

@@ -89,6 +89,19 @@ public:
     /*! Removes the first item, in a bracket of its own; the item is deleted behind the bracket. */
     void RemoveFirst(bool silent) { RemoveAt(0, silent); }
 
+    /*! Removes all items from the front, in one bracket. Nothing happens for an empty list. */
+    void RemoveAll(bool silent)
+    {
+        if (items.empty())
+            return;
+        BeginModify();
+        const std::vector<std::unique_ptr<Item>> old = std::move(items);
+        items.clear();
+        EndModify(silent);
+        for (const std::unique_ptr<Item>& item : old)
+            EmitElement(removedSignal, item->GetObject(), removed);
+    }
+
     /*! Removes the first item that points to \a object. Throws ZETSysException if there is none. */
     virtual void RemoveObject(T* object, bool silent)
     {
@@ -130,12 +143,19 @@ private:
         if (!signal.isValid())
             throw ZETSysException(QString::fromLatin1(texts.invalid));
         const QByteArray name = QByteArray(T::staticMetaObject.className()) + '*';
-        const QByteArray constName = "const " + name;
-        if (signal.invoke(GetFeature(), Qt::AutoConnection, QGenericArgument(name.constData(), &element)) ||
-            signal.invoke(GetFeature(), Qt::AutoConnection, QGenericArgument(constName.constData(), &element)) ||
+        if (InvokeNamed(signal, name, element) || InvokeNamed(signal, "const " + name, element) ||
             signal.invoke(GetFeature(), Qt::AutoConnection))
             return;
         throw ZETSysException(QString::fromLatin1(texts.failed));
+    }
+
+    /*! Emits \a signal with \a element, unless its first parameter has another type than \a name. */
+    bool InvokeNamed(const QMetaMethod& signal, const QByteArray& name, T* element)
+    {
+        // An emission within the thread looks at the number of arguments only, so the type is compared here.
+        if (signal.parameterCount() > 0 && signal.parameterTypes().first() != name)
+            return false;
+        return signal.invoke(GetFeature(), Qt::AutoConnection, QGenericArgument(name.constData(), &element));
     }
 
     std::vector<std::unique_ptr<Item>> items;

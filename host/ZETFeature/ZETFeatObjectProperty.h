@@ -30,6 +30,7 @@ public:
     ZETFeatObject* GetPointedObject() const;
 
 private:
+    friend class ZETFeatObjectPropertyBasePrivate;
     std::unique_ptr<ZETFeatObjectPropertyBasePrivate> d;
 };
 

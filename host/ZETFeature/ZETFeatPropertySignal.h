@@ -22,6 +22,16 @@ inline QByteArray GetArgumentName(const QMetaMethod& signal, const QMetaProperty
     return parameters.isEmpty() ? QByteArray(property.typeName()) : parameters.first();
 }
 
+/*! Whether \a signal can be given a value of type \a T. One without parameters can: it passes the value over. */
+template <typename T>
+bool TakesValue(const QMetaMethod& signal)
+{
+    if (signal.parameterCount() == 0)
+        return true;
+    const QMetaType parameter = signal.parameterMetaType(0);
+    return !parameter.isValid() || parameter == QMetaType::fromType<T>();
+}
+
 /*! Emits the notify signal of property \a propertyIndex of \a feature with the property's value as its argument.
  *  Nothing happens for a negative index or for a property without a notify signal.
  *  Throws ZETSysException if the signal can't be emitted. */
@@ -44,11 +54,12 @@ void EmitChanged(ZETFeatObject* feature, int propertyIndex)
 
     const QByteArray name = GetArgumentName(signal, property);
     const QGenericArgument argument(name.constData(), &value);
-    if (signal.invoke(feature, Qt::AutoConnection, argument))
-        return;
-    // Meant: the same call once more, because a first call may have registered the argument's type on its way.
-    if (signal.invoke(feature, Qt::AutoConnection, argument))
-        return;
+    // Meant: the same call twice, because a first call may have registered the argument's type on its way.
+    // An emission within the thread looks at the number of arguments only, so the type is compared here.
+    for (int attempt = 0; attempt < 2 && TakesValue<T>(signal); ++attempt) {
+        if (signal.invoke(feature, Qt::AutoConnection, argument))
+            return;
+    }
     if (signal.invoke(feature, Qt::AutoConnection)) // serves a signal without parameters
         return;
     throw ZETSysException(QStringLiteral("Could not emit the property changed signal."));
