@@ -159,7 +159,8 @@ def self_test():
     for source, text, is_refused in PLANTED:
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
-            for name in (source, "writers/C.h", "host/ZETComposites/ZETCompPly.h", "host/ZETMathematics/ZETMathPoint.h"):
+            for name in (source, "writers/C.h", "host/ZETComposites/ZETCompPly.h", "host/ZETMathematics/ZETMathPoint.h",
+                         "host/ZETSystem/ZETSysException.h", "host/ZETSystem/ZETSysMessageQueue.h"):
                 (root / name).parent.mkdir(parents=True, exist_ok=True)
                 (root / name).write_text("", encoding="utf-8")
             (root / source).write_text(f"\n{text}\n", encoding="utf-8")
