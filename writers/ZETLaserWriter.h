@@ -78,6 +78,9 @@ protected:
     void WriteReportHeader();
     /*! Writes the report's foot: messages and counts. Once, behind all other report lines. */
     void WriteReportFooter();
+    void WriteReportSettings();
+    void WriteReportGeometrySettings();
+    void WriteReportMessages();
     /*! Writes a line end, \a text and a line end. */
     void WriteReportParagraph(const QString& text);
     /*! Writes a line end and \a text. Meant: the line stays open, and what comes next in the report continues on it. */
@@ -96,8 +99,10 @@ protected:
     /*! Counts \a group if it stands for a ply or sub-ply, and tells whether it opens a layer: plies, sub-plies and,
      * unless sequences nest in layups, layups don't. */
     bool OpensLayer(const ZETLaserGroup& group);
-    /*! Whether \a group stands for the kind of model object that the dynamic property \a name tells. The property
-     * counts even when the pointer in it is null. */
+    /*! Whether parameters and texts of a leaf go ahead of its contours. */
+    bool WritesTextsFirst() const;
+    /*! Whether \a group stands for the kind of model object that the dynamic property \a name tells
+     * (ZETLaserEntityProperties). The property counts even when the pointer in it is null. */
     static bool StandsFor(const ZETLaserGroup& group, const char* name);
     /*! The ply of \a group, else its sub-ply; null if it has neither. Texts are evaluated against it. */
     static const ZETCompPlyBase* GetPly(const ZETLaserGroup& group);

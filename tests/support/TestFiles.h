@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/*! The bytes of the file, as they stand; the test fails with a message, and the result is null, if there is no such
+ *  file. */
+QByteArray ReadBytes(const QString& fileName);
+
+/*! Whether \a actual is \a expected; otherwise \a difference tells, in lines, where they part. */
+bool IsSameText(const QByteArray& actual, const QByteArray& expected, QString* difference);
+
+/*! Compares two texts byte by byte, and shows the lines around the first difference. */
+#define COMPARE_TEXT(actual, expected)                                                                                 \
+    do {                                                                                                               \
+        QString difference_;                                                                                           \
+        if (!IsSameText(actual, expected, &difference_))                                                               \
+            QFAIL(qUtf8Printable(difference_));                                                                        \
+    } while (false)
