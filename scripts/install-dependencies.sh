@@ -11,6 +11,7 @@ build_packages=(
     qt6-base-dev qt6-5compat-dev
     libocct-data-exchange-dev
     libjsoncpp-dev
+    hershey-fonts-data
     python3
 )
 bench_packages=(libbenchmark-dev libboost-dev)
