@@ -1,0 +1,13 @@
+#include <ZETComposites/ZETCompFlatCurve.h>
+
+ZETCompFlatCurve::ZETCompFlatCurve(ZETFeatObject* parent)
+    : ZETCompFlatGeometry(parent)
+{
+}
+
+ZETCompFlatCurve::ZETCompFlatCurve(ZETGeoContainer* container, const ZETGeoGeometryRef& reference)
+    : ZETCompFlatGeometry(container, reference)
+{
+}
+
+ZETCompFlatCurve::~ZETCompFlatCurve() = default;
