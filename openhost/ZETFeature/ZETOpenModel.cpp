@@ -4,10 +4,14 @@
 #include "openhost/ZETFeature/ZETFeatObject_p.h"
 #include "openhost/ZETFeature/ZETFeatProperty_p.h"
 #include "openhost/ZETGeometry/ZETGeoContainer_p.h"
+#include "openhost/ZETGeometry/ZETOpenTypes.h"
 
 #include <ZETFeature/ZETFeatRoot.h>
+#include <ZETSystem/ZETSysException.h>
 
 #include <QSet>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
@@ -39,7 +43,103 @@ QList<ZETFeatObject*> GetOutdatedInputs(const ZETFeatObject& feature)
     }
     return inputs;
 }
+
+/*! Updates \a feature behind what its inputs point to. What is in \a begun isn't waited for: features that point to
+ *  each other are updated in the order in which they are met. */
+bool UpdateBehindInputs(ZETFeatObject* feature, QSet<const ZETFeatObject*>& begun)
+{
+    bool isValid = true;
+    QList<ZETFeatObject*> waiting{feature};
+    while (!waiting.isEmpty()) {
+        ZETFeatObject* next = waiting.last();
+        if (ZETOpenModel::IsOutdated(*next) && !begun.contains(next)) {
+            begun.insert(next);
+            waiting += GetOutdatedInputs(*next);
+            continue;
+        }
+        waiting.removeLast();
+        // A feature that still waits further down is updated there, behind the rest of its inputs.
+        if (ZETOpenModel::IsOutdated(*next) && !waiting.contains(next))
+            isValid = ZETFeatObjectPrivate::Update(*next) && isValid;
+    }
+    return isValid;
+}
+
+bool UpdateAll(const QList<ZETFeatObject*>& features)
+{
+    bool isValid = true;
+    QSet<const ZETFeatObject*> begun;
+    for (ZETFeatObject* feature : features)
+        isValid = UpdateBehindInputs(feature, begun) && isValid;
+    return isValid;
+}
+
+const QMetaObject* GetFeatureType(const QByteArray& className)
+{
+    const QMetaObject* type = ZETOpenTypes::GetType(className);
+    if (!type)
+        throw ZETSysException(u"The class \"%1\" is not registered."_s.arg(QString::fromUtf8(className)));
+    if (!ZETFeatClassInfo::Inherits(type, &ZETFeatObject::staticMetaObject))
+        throw ZETSysException(u"The class \"%1\" is not a feature class."_s.arg(QString::fromUtf8(className)));
+    return type;
+}
+
+void RequireAllowed(const QMetaObject* type, const ZETFeatObject& parent)
+{
+    if (parent.IsChildAllowed(type))
+        return;
+    throw ZETSysException(u"A %1 can't stand below \"%2\", which is a %3: its allowed parents are %4."_s.arg(
+        QString::fromUtf8(type->className()), parent.GetLabel(), QString::fromUtf8(parent.metaObject()->className()),
+        QString::fromUtf8(ZETFeatClassInfo::Get(type, "allowedParents"))));
+}
+
+ZETFeatObject* MakeFeature(const QMetaObject* type, ZETGeoContainer& container, ZETFeatObject* parent)
+{
+    auto* feature = static_cast<ZETFeatObject*>(ZETOpenTypes::Make(type, container, ZETGeoGeometryRef()));
+    ZETFeatObjectPrivate::SetParent(*feature, parent);
+    feature->Initialize();
+    return feature;
+}
 } // namespace
+
+ZETFeatObject* ZETOpenModel::Create(const QByteArray& className, ZETFeatObject& parent, ParentCheck check)
+{
+    const QMetaObject* type = GetFeatureType(className);
+    if (check == ParentCheck::AllowedParents)
+        RequireAllowed(type, parent);
+    if (!parent.GetContainer())
+        throw ZETSysException(u"\"%1\" belongs to no container."_s.arg(parent.GetLabel()));
+    return MakeFeature(type, *parent.GetContainer(), &parent);
+}
+
+ZETFeatObject* ZETOpenModel::Create(const QByteArray& className, ZETFeatContainer& container)
+{
+    return MakeFeature(GetFeatureType(className), container, nullptr);
+}
+
+QList<QByteArray> ZETOpenModel::GetFeatureClasses()
+{
+    QList<QByteArray> names = ZETOpenTypes::GetRegisteredClasses();
+    names.removeIf([](const QByteArray& name) {
+        return !ZETFeatClassInfo::Inherits(ZETOpenTypes::GetType(name), &ZETFeatObject::staticMetaObject);
+    });
+    return names;
+}
+
+void ZETOpenModel::Move(ZETFeatObject& feature, ZETFeatObject& parent, int position)
+{
+    for (const ZETFeatObject* above = &parent; above; above = above->GetParent()) {
+        if (above == &feature)
+            throw ZETSysException(u"\"%1\" can't be moved below itself."_s.arg(feature.GetLabel()));
+    }
+    if (feature.GetContainer() != parent.GetContainer())
+        throw ZETSysException(u"\"%1\" can't be moved into another model."_s.arg(feature.GetLabel()));
+    RequireAllowed(feature.metaObject(), parent);
+    ZETFeatObject* oldParent = feature.GetParent();
+    const int oldPosition = oldParent ? static_cast<int>(oldParent->GetChildren().indexOf(&feature)) : -1;
+    ZETFeatObjectPrivate::SetParent(feature, &parent, position);
+    feature.PostMove(oldParent, oldPosition);
+}
 
 void ZETOpenModel::SetLabel(ZETFeatObject& feature, const QString& label)
 {
@@ -78,23 +178,15 @@ bool ZETOpenModel::IsValid(const ZETFeatObject& feature)
 
 bool ZETOpenModel::Update(ZETFeatObject& top)
 {
-    bool isValid = true;
-    QSet<const ZETFeatObject*> begun; // a feature that is met again while its inputs are updated isn't waited for
-    for (ZETFeatObject* next : QList<ZETFeatObject*>{&top} + top.GetAllChildren()) {
-        QList<ZETFeatObject*> waiting{next};
-        while (!waiting.isEmpty()) {
-            ZETFeatObject* feature = waiting.last();
-            if (IsOutdated(*feature) && !begun.contains(feature)) {
-                begun.insert(feature);
-                waiting += GetOutdatedInputs(*feature);
-                continue;
-            }
-            waiting.removeLast();
-            if (IsOutdated(*feature) && !waiting.contains(feature))
-                isValid = ZETFeatObjectPrivate::Update(*feature) && isValid;
-        }
-    }
-    return isValid;
+    return UpdateAll(QList<ZETFeatObject*>{&top} + top.GetAllChildren());
+}
+
+bool ZETOpenModel::Update(ZETFeatContainer& container)
+{
+    QList<ZETFeatObject*> features;
+    for (ZETFeatObject* top : GetTopFeatures(container))
+        features << top << top->GetAllChildren();
+    return UpdateAll(features);
 }
 
 ZETFeatRoot* ZETOpenModel::GetRoot(const ZETFeatContainer& container)

@@ -29,6 +29,29 @@ struct Message {
     friend bool operator==(const Message&, const Message&) = default;
 };
 
+/*! Whether Create asks the parent's IsChildAllowed. */
+enum class ParentCheck {
+    AllowedParents, //!< what the class lists in its allowedParents is kept
+    None            //!< any parent will do, as with a constructor that is called directly
+};
+
+/*! Makes a feature of the registered class \a className as the last child of \a parent, in its container, and
+ *  initializes it. The container owns it. Throws ZETSysException if the class isn't registered, isn't a feature class,
+ *  or may not stand below \a parent.
+ *  A root is a parent like any other here: a class that lists its parents without naming the root's class needs
+ *  ParentCheck::None, or its own constructor, to stand right below a root. */
+ZETHOST_EXPORT ZETFeatObject* Create(const QByteArray& className, ZETFeatObject& parent,
+                                     ParentCheck check = ParentCheck::AllowedParents);
+/*! Makes a feature without a parent, such as a root. */
+ZETHOST_EXPORT ZETFeatObject* Create(const QByteArray& className, ZETFeatContainer& container);
+/*! The names of the registered classes whose objects are features, sorted. */
+ZETHOST_EXPORT QList<QByteArray> GetFeatureClasses();
+
+/*! Moves \a feature to \a position among the children of \a parent, to the end for a negative one, and calls its
+ *  PostMove. Throws ZETSysException if \a parent is the feature itself or stands below it, is in another container,
+ *  or doesn't allow it. */
+ZETHOST_EXPORT void Move(ZETFeatObject& feature, ZETFeatObject& parent, int position = -1);
+
 /*! A null \a label goes back to the class's defaultLabel; an empty one stays empty. */
 ZETHOST_EXPORT void SetLabel(ZETFeatObject& feature, const QString& label);
 /*! The feature's own switch. DEFAULT: true */
@@ -50,6 +73,8 @@ ZETHOST_EXPORT bool IsValid(const ZETFeatObject& feature);
  *  An exception passes: the feature that threw and those behind it stay outdated. True if all that were updated
  *  succeeded. */
 ZETHOST_EXPORT bool Update(ZETFeatObject& top);
+/*! The same for the whole model. */
+ZETHOST_EXPORT bool Update(ZETFeatContainer& container);
 
 /*! The first feature of the container that is a root; null if there is none. */
 ZETHOST_EXPORT ZETFeatRoot* GetRoot(const ZETFeatContainer& container);

@@ -3,10 +3,14 @@
 #include "openhost/ZETGeometry/ZETGeoGeometry_p.h"
 #include "openhost/ZETGeometry/ZETOpenTypes.h"
 
+#include <ZETSystem/ZETSysException.h>
+
 #include <QGlobalStatic>
 #include <QHash>
 
 #include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
@@ -37,6 +41,18 @@ QList<QByteArray> ZETOpenTypes::GetRegisteredClasses()
         names = typeTable->keys();
     std::sort(names.begin(), names.end());
     return names;
+}
+
+ZETGeoGeometry* ZETOpenTypes::Make(const QMetaObject* type, ZETGeoContainer& container,
+                                   const ZETGeoGeometryRef& reference)
+{
+    QObject* object = type->newInstance(Q_ARG(ZETGeoContainer*, &container), Q_ARG(ZETGeoGeometryRef, reference));
+    auto* geometry = qobject_cast<ZETGeoGeometry*>(object);
+    if (geometry)
+        return geometry;
+    delete object;
+    throw ZETSysException(u"The class %1 can't be made by name: it has no invokable constructor "
+                          "(ZETGeoContainer*, const ZETGeoGeometryRef&)."_s.arg(QLatin1StringView(type->className())));
 }
 
 void ZETGeoContainerPrivate::Add(ZETGeoContainer& container, ZETGeoGeometry& geometry,

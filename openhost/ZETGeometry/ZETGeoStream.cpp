@@ -2,10 +2,15 @@
 
 #include "openhost/ZETGeometry/ZETGeoContainer_p.h"
 
+#include <ZETSystem/ZETSysException.h>
+
 #include <QMetaClassInfo>
 #include <QMetaObject>
 
+#include <algorithm>
 #include <limits>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
@@ -23,6 +28,44 @@ unsigned int ZETGeoStreamPrivate::GetPresentVersion(const QMetaObject* type)
         }
     }
     return 1;
+}
+
+ZETOpenBlockDevice::ZETOpenBlockDevice(const QByteArray& block)
+    : bytes(block)
+{
+    open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+}
+
+bool ZETOpenBlockDevice::seek(qint64 position)
+{
+    if (position < 0 || position > bytes.size() || !QIODevice::seek(position))
+        return false;
+    offset = position;
+    return true;
+}
+
+qint64 ZETOpenBlockDevice::readData(char* data, qint64 maxSize)
+{
+    if (maxSize > bytes.size() - offset)
+        throw ZETSysException(u"its fields go on behind its %1 bytes"_s.arg(bytes.size()));
+    std::copy_n(bytes.constData() + offset, maxSize, data);
+    offset += maxSize;
+    return maxSize;
+}
+
+qint64 ZETOpenBlockDevice::writeData(const char* data, qint64 maxSize)
+{
+    Q_UNUSED(data)
+    Q_UNUSED(maxSize)
+    return -1;
+}
+
+ZETGeoStream ZETGeoStreamPrivate::Make(const ZETGeoContainer* container)
+{
+    auto record = std::make_unique<ZETGeoStreamPrivate>();
+    record->container = container;
+    record->stream.setVersion(fieldVersion);
+    return ZETGeoStream(std::move(record));
 }
 
 ZETGeoStream::ZETGeoStream(std::unique_ptr<ZETGeoStreamPrivate> record)
@@ -44,12 +87,12 @@ const ZETGeoContainer* ZETGeoStream::GetContainer() const
 
 unsigned int ZETGeoStream::GetVersion(const QMetaObject* type) const
 {
-    return d->isReading ? d->versions.value(type->className(), 1) : ZETGeoStreamPrivate::GetPresentVersion(type);
+    return d->hasVersions ? d->versions.value(type->className(), 1) : ZETGeoStreamPrivate::GetPresentVersion(type);
 }
 
 ZETGeoGeometryRef ZETGeoStream::GetMappedReference(const ZETGeoGeometryRef& reference)
 {
-    if (!d->isReading || !reference.IsValid())
+    if (!d->isMapping || !reference.IsValid())
         return reference;
     return ZETGeoGeometryRefPrivate::Make(d->ids.value(ZETGeoGeometryRefPrivate::GetId(reference), nowhere));
 }
