@@ -11,8 +11,8 @@ class ZETOpenRef
 public:
     ZETOpenRef() = default;
     ZETOpenRef(std::nullptr_t) {}
-    explicit ZETOpenRef(T* geometry)
-        : geometry(geometry)
+    explicit ZETOpenRef(T* object)
+        : geometry(object)
     {
         if (geometry)
             geometry->AddReference();
