@@ -1,5 +1,7 @@
 #include "writers/ZETLaserTextStream.h"
 
+#include "writers/ZETLaserNumberText.h"
+
 #include <QIODevice>
 #include <QStringConverter>
 
@@ -58,7 +60,7 @@ void ZETLaserTextStream::Append(QStringView text)
 
 void ZETLaserTextStream::Append(const ZETLaserNumber& number)
 {
-    buffer.append(QByteArray::number(number.value, 'f', number.decimals));
+    ZETLaserNumberText::Append(buffer, number.value, number.decimals);
 }
 
 void ZETLaserTextStream::AppendInteger(qint64 number)
