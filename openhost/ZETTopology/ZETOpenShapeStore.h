@@ -11,6 +11,7 @@
 class QDataStream;
 class ZETGeoCurveOnSurface;
 class ZETGeoLocationOnSurface;
+class ZETOpenShapeTables;
 class ZETOpenSurface;
 class ZETTopBody;
 
@@ -36,9 +37,7 @@ public:
 
     private:
         Q_DISABLE_COPY_MOVE(Session)
-        friend class ZETOpenShapeStore;
-        struct Record;
-        std::unique_ptr<Record> d;
+        std::unique_ptr<ZETOpenShapeTables> d;
     };
 
     static void SaveSurface(QDataStream& stream, const ZETOpenSurface* surface);
