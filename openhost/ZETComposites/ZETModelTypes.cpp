@@ -15,10 +15,6 @@
 #include <ZETComposites/ZETCompSubdivision.h>
 #include <ZETComposites/ZETCompSubPly.h>
 #include <ZETComposites/ZETCompSurfaceUpdate.h>
-#include <ZETMaterial/ZETMatMaterial.h>
-#include <ZETMaterial/ZETMatPackaging.h>
-#include <ZETWireframe/ZETWFAxisSystem.h>
-#include <ZETWireframe/ZETWFPlane.h>
 
 namespace
 {
@@ -27,11 +23,10 @@ template <typename... Types>
 struct Registrations : ZETOpenTypes::Registration<Types>... {
 };
 
-// All that a saved composite model can hold beside plain features.
-const Registrations<ZETWFAxisSystem, ZETWFPlane, ZETMatMaterial, ZETMatPackaging, ZETCompRoot, ZETCompLayup,
-                    ZETCompSequence, ZETCompPly, ZETCompSubPly, ZETCompStrategy, ZETCompSubdivision, ZETCompFlatPattern,
-                    ZETCompFlatContour, ZETCompFlatCurve, ZETCompFlatPoint, ZETCompRosette, ZETCompSurfaceUpdate,
-                    ZETCompMfgConfiguration, ZETOpenGeometryFeature>
+// What a saved composite model can hold.
+const Registrations<ZETCompRoot, ZETCompLayup, ZETCompSequence, ZETCompPly, ZETCompSubPly, ZETCompStrategy,
+                    ZETCompSubdivision, ZETCompFlatPattern, ZETCompFlatContour, ZETCompFlatCurve, ZETCompFlatPoint,
+                    ZETCompRosette, ZETCompSurfaceUpdate, ZETCompMfgConfiguration, ZETOpenGeometryFeature>
     registrations;
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "openhost/ZETGeometry/ZETGeoContainer_p.h"
 #include "openhost/ZETGeometry/ZETGeoStream_p.h"
 #include "openhost/ZETGeometry/ZETOpenTypes.h"
+#include "openhost/ZETTopology/ZETOpenShapeStore.h"
 
 #include <ZETFeature/ZETFeatContainer.h>
 #include <ZETSystem/ZETSysException.h>
@@ -356,11 +357,13 @@ private:
 
 QByteArray ZETOpenModelStream::Save(const ZETFeatContainer& container)
 {
+    const ZETOpenShapeStore::Session session; // surfaces that features share are saved once
     return Writer(container).Write();
 }
 
 std::unique_ptr<ZETFeatContainer> ZETOpenModelStream::Load(const QByteArray& bytes)
 {
+    const ZETOpenShapeStore::Session session;
     return Reader(bytes).Read();
 }
 
