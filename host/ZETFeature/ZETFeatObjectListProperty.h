@@ -28,8 +28,8 @@ template <typename T>
 class ZETFeatObjectListPropertyItem : public ZETFeatObjectProperty<T>
 {
 public:
-    ZETFeatObjectListPropertyItem(ZETFeatObject* feature, bool input)
-        : ZETFeatObjectProperty<T>(feature, input)
+    ZETFeatObjectListPropertyItem(ZETFeatObject* owner, bool isInput)
+        : ZETFeatObjectProperty<T>(owner, isInput)
     {
     }
 };
