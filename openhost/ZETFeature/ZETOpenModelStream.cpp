@@ -63,6 +63,7 @@ public:
     QByteArray Write()
     {
         CollectObjects();
+        const ZETOpenShapeStore::Session session;
         for (ObjectEntry& entry : objects)
             WriteFields(entry);
         return WriteFile();
@@ -320,6 +321,7 @@ private:
 
         for (const ObjectEntry& entry : objects)
             entry.object->BeginStateLoad();
+        const ZETOpenShapeStore::Session session;
         for (size_t i = 0; i < objects.size(); ++i)
             LoadObject(i);
         for (const ObjectEntry& entry : objects)

@@ -24,7 +24,8 @@ class ZETGeoGeometry;
  *  | digest  | the first eight bytes of the SHA-256 of everything ahead                                               |
  *
  *  All objects are made before the first is loaded, so references lead forwards as well as backwards. They are numbered
- *  anew on the way. Where the model came from, its provider and its messages are not saved. */
+ *  anew on the way. Kernel geometry that several objects share is in the fields of the first of them. Where the model
+ * came from, its provider and its messages are not saved. */
 namespace ZETOpenModelStream
 {
 
