@@ -1,0 +1,311 @@
+#include "laser/ZETLaserProcesses.h"
+
+#include "laser/ZETLaserContour.h"
+#include "laser/ZETLaserCurve.h"
+#include "laser/ZETLaserFileTypes.h"
+#include "laser/ZETLaserGroup.h"
+#include "laser/ZETLaserOptions.h"
+#include "laser/ZETLaserProcesses_p.h"
+#include "openhost/ZETSystem/ZETOpenMessageQueue.h"
+
+#include <QFile>
+#include <QLocale>
+#include <QScopeGuard>
+#include <QTest>
+#include <QTranslator>
+
+using namespace Qt::Literals::StringLiterals;
+using Options = ZETLaserOptions;
+
+namespace
+{
+const auto noSuchType = static_cast<Options::EOutputFileType>(13);
+
+QStringList Messages()
+{
+    QStringList texts;
+    for (const ZETOpenMessage& message : ZETOpenMessageQueue::GetMessages())
+        texts.append(QString::number(message.type) + u' ' + message.text);
+    return texts;
+}
+
+ZETLaserGroup& RootOf(Options& options)
+{
+    return *ZETLaserProcessesPrivate::Of(*options.GetLaserProcesses()).root;
+}
+
+/*! Puts a group with one open curve through points on the x axis into the tree of the job. */
+ZETLaserCurve& AddCurve(Options& options, const QList<double>& xs)
+{
+    const QSharedPointer<ZETLaserGroup> root = ZETLaserProcessesPrivate::Of(*options.GetLaserProcesses()).root;
+    const auto group = QSharedPointer<ZETLaserGroup>::create(root);
+    const auto contour = QSharedPointer<ZETLaserContour>::create(group);
+    const auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
+    for (const double x : xs)
+        curve->GetPoints().emplaceBack(ZETMathPoint(x, 0.0, 0.0), ZETMathVector());
+    contour->AddCurve(curve);
+    group->AddContour(contour);
+    root->AddGroup(group);
+    return *curve;
+}
+
+QList<double> XsOf(const ZETLaserCurve& curve)
+{
+    QList<double> xs;
+    for (const ZETLaserPoint& point : curve.GetPoints())
+        xs.append(point.GetPosition().GetX());
+    return xs;
+}
+
+/*! A translator that puts its own mark on the texts of the driver. */
+class MarkingTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+    QString translate(const char* context, const char* text, const char*, int) const override
+    {
+        return qstrcmp(context, "ZETLaserProcesses") == 0 ? u"* "_s + QLatin1String(text) : QString();
+    }
+};
+} // namespace
+
+class TestLaserProcesses : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void nestFlagsAreCorrectedForLap_data();
+    void nestFlagsAreCorrectedForLap();
+    void nestFlagsAreLeftAloneForOtherTypes();
+    void nestFlagsAreCorrectedOnceAtConstruction();
+    void nestFlagsAreCorrectedWithoutMessageQueue();
+    void nestFlagMessageIsTranslated();
+    void freshDriverHasAnEmptyTree();
+
+    void thinningTakesToleranceAndUnlimitedLength();
+    void thinningTakesTheMaximumLengthIfItIsOn();
+    void thinningIsOffWithoutItsSwitch();
+    void thinningReadsTheOptionsLive();
+    void thinningAnEmptyTreeSucceeds();
+
+    void unknownTypeIsNotWrittenAndTheLocaleStays();
+    void typesOfOneMakeShareTheirWriter();
+    void typesWithoutAWriterAreNotWritten();
+
+    void nothingIsDisplayedBeforeTheFirstDisplay();
+};
+
+void TestLaserProcesses::init()
+{
+    ZETOpenMessageQueue::Install();
+}
+
+void TestLaserProcesses::cleanup()
+{
+    ZETOpenMessageQueue::Remove();
+    QLocale::setDefault(QLocale::system());
+}
+
+void TestLaserProcesses::nestFlagsAreCorrectedForLap_data()
+{
+    QTest::addColumn<bool>("sequences");
+    QTest::addColumn<bool>("plies");
+    QTest::addColumn<bool>("sequencesThen");
+    QTest::addColumn<bool>("pliesThen");
+    QTest::addColumn<QStringList>("messages");
+    QTest::newRow("both") << true << true << false << true
+                          << QStringList{u"0 Disabled Nest Sequences Within Layup for LAP Laser"_s};
+    QTest::newRow("none") << false << false << false << true
+                          << QStringList{u"0 Enabled Nest Plies Within Sequence for LAP Laser"_s};
+    QTest::newRow("sequences") << true << false << true << false << QStringList();
+    QTest::newRow("plies") << false << true << false << true << QStringList();
+}
+
+void TestLaserProcesses::nestFlagsAreCorrectedForLap()
+{
+    QFETCH(bool, sequences);
+    QFETCH(bool, plies);
+    Options options;
+    options.SetFileType(Options::FileLAP);
+    options.SetNestSequencesWithinLayup(sequences);
+    options.SetNestPliesWithinSequence(plies);
+    options.GetLaserProcesses();
+    QTEST(options.GetNestSequencesWithinLayup(), "sequencesThen");
+    QTEST(options.GetNestPliesWithinSequence(), "pliesThen");
+    QTEST(Messages(), "messages");
+}
+
+void TestLaserProcesses::nestFlagsAreLeftAloneForOtherTypes()
+{
+    for (int type = -1; type <= 13; ++type) {
+        if (type == Options::FileLAP)
+            continue;
+        Options options;
+        options.SetFileType(static_cast<Options::EOutputFileType>(type));
+        options.GetLaserProcesses();
+        QVERIFY(options.GetNestSequencesWithinLayup() && options.GetNestPliesWithinSequence());
+    }
+    QVERIFY(Messages().isEmpty());
+}
+
+void TestLaserProcesses::nestFlagsAreCorrectedOnceAtConstruction()
+{
+    Options late;
+    late.GetLaserProcesses();
+    late.SetFileType(Options::FileLAP);
+    late.GetLaserProcesses();
+    QVERIFY(late.GetNestSequencesWithinLayup() && late.GetNestPliesWithinSequence());
+    QVERIFY(Messages().isEmpty());
+
+    Options early;
+    early.SetFileType(Options::FileLAP);
+    early.GetLaserProcesses();
+    early.SetNestSequencesWithinLayup(true);
+    early.GetLaserProcesses();
+    QVERIFY(early.GetNestSequencesWithinLayup());
+    QCOMPARE(Messages().size(), 1);
+}
+
+void TestLaserProcesses::nestFlagsAreCorrectedWithoutMessageQueue()
+{
+    ZETOpenMessageQueue::Remove();
+    Options both;
+    both.SetFileType(Options::FileLAP);
+    both.GetLaserProcesses();
+    QVERIFY(!both.GetNestSequencesWithinLayup());
+    Options none;
+    none.SetFileType(Options::FileLAP);
+    none.SetNestSequencesWithinLayup(false);
+    none.SetNestPliesWithinSequence(false);
+    none.GetLaserProcesses();
+    QVERIFY(none.GetNestPliesWithinSequence());
+}
+
+void TestLaserProcesses::nestFlagMessageIsTranslated()
+{
+    MarkingTranslator translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    const auto remove = qScopeGuard([&] { QCoreApplication::removeTranslator(&translator); });
+    Options options;
+    options.SetFileType(Options::FileLAP);
+    options.GetLaserProcesses();
+    QCOMPARE(Messages(), (QStringList{u"0 * Disabled Nest Sequences Within Layup for LAP Laser"_s}));
+}
+
+void TestLaserProcesses::freshDriverHasAnEmptyTree()
+{
+    Options options;
+    const ZETLaserGroup& root = RootOf(options);
+    QVERIFY(root.GetChildren().isEmpty());
+    QCOMPARE(root.parent(), nullptr);
+    QCOMPARE(options.GetLaserProcesses()->parent(), nullptr);
+    QVERIFY(ZETLaserProcessesPrivate::Of(*options.GetLaserProcesses()).materials.isEmpty());
+}
+
+void TestLaserProcesses::thinningTakesToleranceAndUnlimitedLength()
+{
+    Options options; // the default of the length, 1000000.0, isn't what limits chords while it is off
+    const ZETLaserCurve& longer = AddCurve(options, {0.0, 1.0, 9999999.0});
+    const ZETLaserCurve& tooLong = AddCurve(options, {0.0, 1.0, 10000000.0});
+    QVERIFY(options.GetLaserProcesses()->ProcessLaserData());
+    QCOMPARE(XsOf(longer), (QList<double>{0.0, 9999999.0}));
+    QCOMPARE(XsOf(tooLong), (QList<double>{0.0, 1.0, 10000000.0}));
+}
+
+void TestLaserProcesses::thinningTakesTheMaximumLengthIfItIsOn()
+{
+    Options options;
+    options.SetMaxLength(5.0);
+    options.SetUseMaxLength(true);
+    const ZETLaserCurve& curve = AddCurve(options, {0.0, 2.0, 4.0, 6.0, 8.0});
+    QVERIFY(options.GetLaserProcesses()->ProcessLaserData());
+    QCOMPARE(XsOf(curve), (QList<double>{0.0, 4.0, 8.0}));
+}
+
+void TestLaserProcesses::thinningIsOffWithoutItsSwitch()
+{
+    Options options;
+    options.SetUseMinimizePointsTolerance(false);
+    options.SetUseMaxLength(true);
+    const ZETLaserCurve& curve = AddCurve(options, {0.0, 1.0, 2.0});
+    QVERIFY(options.GetLaserProcesses()->ProcessLaserData());
+    QCOMPARE(XsOf(curve), (QList<double>{0.0, 1.0, 2.0}));
+}
+
+void TestLaserProcesses::thinningReadsTheOptionsLive()
+{
+    Options options;
+    const ZETLaserCurve& curve = AddCurve(options, {0.0, 1.0, 2.0});
+    options.SetMinimizePointsTolerance(0.0);
+    QVERIFY(options.GetLaserProcesses()->ProcessLaserData());
+    QCOMPARE(curve.GetPointCount(), 3);
+    options.SetMinimizePointsTolerance(0.01);
+    QVERIFY(options.GetLaserProcesses()->ProcessLaserData());
+    QCOMPARE(curve.GetPointCount(), 2);
+}
+
+void TestLaserProcesses::thinningAnEmptyTreeSucceeds()
+{
+    Options options;
+    QVERIFY(options.GetLaserProcesses()->ProcessLaserData());
+}
+
+void TestLaserProcesses::unknownTypeIsNotWrittenAndTheLocaleStays()
+{
+    const QLocale german(QLocale::German, QLocale::Germany);
+    QLocale::setDefault(german);
+    Options options;
+    options.SetFileType(noSuchType);
+    options.SetFileName(u"unknown.txt"_s);
+    QVERIFY(!options.GetLaserProcesses()->WriteLaserData());
+    QCOMPARE(QLocale(), german);
+    QVERIFY(Messages().isEmpty());
+    QVERIFY(!QFile::exists(u"unknown.txt"_s));
+}
+
+void TestLaserProcesses::typesOfOneMakeShareTheirWriter()
+{
+    const auto writerOf = [](Options::EOutputFileType type) { return ZETLaserFileType::Of(type).makeWriter; };
+    QVERIFY(writerOf(Options::FileFARO) == writerOf(Options::FileLPT));
+    QVERIFY(writerOf(Options::FileAlignedVision) == writerOf(Options::FileAssemblyGuidance));
+    QVERIFY(writerOf(Options::FileQuilmonPartData) == writerOf(Options::FileGeneralScanning));
+}
+
+void TestLaserProcesses::typesWithoutAWriterAreNotWritten()
+{
+    // A type leaves this list when its writer comes.
+    const QList<Options::EOutputFileType> types{Options::FileVirtek,
+                                                Options::FileLPT,
+                                                Options::FileFARO,
+                                                Options::FileLAP,
+                                                Options::FileSL,
+                                                Options::FileAssemblyGuidance,
+                                                Options::FileAlignedVision,
+                                                Options::FileGeneralScanning,
+                                                Options::FileAPT,
+                                                Options::FileAPT_2,
+                                                Options::FileAPT_SL,
+                                                Options::FileDXF,
+                                                Options::FileQuilmonPartData};
+    for (const Options::EOutputFileType type : types) {
+        Options options;
+        options.SetFileType(type);
+        options.SetFileName(u"unwritten.txt"_s);
+        AddCurve(options, {0.0, 1.0});
+        QVERIFY(!options.GetLaserProcesses()->WriteLaserData());
+        QVERIFY(!QFile::exists(u"unwritten.txt"_s));
+    }
+}
+
+void TestLaserProcesses::nothingIsDisplayedBeforeTheFirstDisplay()
+{
+    Options options;
+    options.GetLaserProcesses()->EraseLaserData();
+    QVERIFY(options.GetLaserProcesses()->GetRenderVisObjects().isEmpty());
+}
+
+QTEST_GUILESS_MAIN(TestLaserProcesses)
+#include "TestLaserProcesses.moc"
