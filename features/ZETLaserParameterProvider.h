@@ -2,6 +2,7 @@
 
 #include "laser/ZETLaserGlobal.h"
 
+#include <QCoreApplication>
 #include <QHash>
 #include <QList>
 #include <QMap>
@@ -25,6 +26,8 @@ class ZETFeatContainer;
  * back as a result. */
 class ZETLASER_EXPORT ZETLaserParameterProvider
 {
+    Q_DECLARE_TR_FUNCTIONS(ZETLaserParameterProvider)
+
 public:
     /*! Asks the provider of \a container, which may be null, for the extra parameters. */
     explicit ZETLaserParameterProvider(const ZETFeatContainer* container);
@@ -54,6 +57,8 @@ public:
     QList<ZETCompFlatContour*> GetEvaluatingFlatContours(const ZETCompMfgConfiguration* configuration) const;
 
 private:
+    friend class TestLaserParameterProvider;
+
     /*! Each non-empty evaluated name with the number of its occurrences, once included. */
     QMap<QString, int> EvaluateDuplicateShapeName(const ZETCompMfgConfiguration* configuration, QString text) const;
     /*! The plies for which \a text evaluates to nothing. */
