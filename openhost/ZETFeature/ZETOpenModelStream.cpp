@@ -338,10 +338,11 @@ private:
         } catch (const std::exception& fault) {
             FailAt(index, u"%1 (byte %2)"_s.arg(QString::fromUtf8(fault.what())).arg(position + device.GetOffset()));
         }
-        if (stream.GetDataStream().status() != QDataStream::Ok || device.GetOffset() != size)
-            FailAt(index, u"its fields end after %1 of its %2 bytes (byte %3)"_s.arg(device.GetOffset())
-                              .arg(size)
-                              .arg(position + device.GetOffset()));
+        const QString place = u" (byte %1)"_s.arg(position + device.GetOffset());
+        if (stream.GetDataStream().status() != QDataStream::Ok)
+            FailAt(index, u"its fields are damaged"_s + place);
+        if (device.GetOffset() != size)
+            FailAt(index, u"its fields end after %1 of its %2 bytes"_s.arg(device.GetOffset()).arg(size) + place);
         stream.GetDataStream().setDevice(nullptr);
         position += size;
     }
