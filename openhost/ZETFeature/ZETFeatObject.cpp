@@ -47,8 +47,11 @@ bool ZETFeatClassInfo::Inherits(const QMetaObject* type, const QMetaObject* base
 void ZETFeatObjectPrivate::SetParent(ZETFeatObject& feature, ZETFeatObject* parent, int position)
 {
     ZETFeatObjectPrivate& record = Of(feature);
-    if (record.parent)
-        Of(*record.parent).children.removeOne(&feature);
+    if (record.parent) {
+        // From the end, because a container deletes its objects in this order.
+        QList<ZETFeatObject*>& siblings = Of(*record.parent).children;
+        siblings.removeAt(siblings.lastIndexOf(&feature));
+    }
     record.parent = parent;
     if (!parent)
         return;

@@ -1,6 +1,7 @@
 #include "openhost/ZETFeature/ZETOpenModelStream.h"
 
 #include "openhost/ZETFeature/ZETFeatObject_p.h"
+#include "openhost/ZETFeature/ZETFeatProperty_p.h"
 #include "openhost/ZETGeometry/ZETGeoContainer_p.h"
 #include "openhost/ZETGeometry/ZETGeoStream_p.h"
 #include "openhost/ZETGeometry/ZETOpenTypes.h"
@@ -91,12 +92,25 @@ private:
             throw ZETSysException(u"The model can't be saved: the class %1 of \"%2\" is not registered."_s.arg(
                 GetName(object.metaObject()->className()), feature ? feature->GetLabel() : QString()));
         }
+        CheckReferences(object);
         ObjectEntry entry;
         entry.classIndex = AddClass(object.metaObject());
         entry.id = ZETGeoGeometryRefPrivate::GetId(&object);
         entry.parentId = ZETGeoGeometryRefPrivate::GetId(parent);
         entry.object = &object;
         objects.push_back(entry);
+    }
+
+    /*! A number means something within its own container only. */
+    void CheckReferences(const ZETGeoGeometry& object) const
+    {
+        const auto* feature = qobject_cast<const ZETFeatObject*>(&object);
+        for (ZETFeatObjectPropertyBase* property : ZETFeatPropertyTable::GetReferences(feature)) {
+            ZETFeatObject* pointed = property->GetPointedObject();
+            if (pointed && pointed->GetContainer() != &container && !property->CanExternalReference(pointed))
+                throw ZETSysException(u"The model can't be saved: \"%1\" points to \"%2\", which belongs to another "
+                                      "model or to none."_s.arg(feature->GetLabel(), pointed->GetLabel()));
+        }
     }
 
     quint32 AddClass(const QMetaObject* type)

@@ -29,8 +29,9 @@ class ZETGeoGeometry;
 namespace ZETOpenModelStream
 {
 
-/*! Throws ZETSysException if a feature can't be saved because its class isn't registered. Geometry that isn't a feature
- *  is saved if its class is registered; what else a container holds, features make anew. */
+/*! Throws ZETSysException if a feature can't be saved, because its class isn't registered or because one of its
+ *  properties points to a feature of another container, which CanExternalReference refuses. Geometry that isn't a
+ * feature is saved if its class is registered; what else a container holds, features make anew. */
 ZETHOST_EXPORT QByteArray Save(const ZETFeatContainer& container);
 
 /*! The model that Save wrote. Throws ZETSysException, which tells what is wrong and where, for bytes that are none, are

@@ -73,13 +73,9 @@ void ZETGeoContainerPrivate::Release(ZETGeoGeometry& geometry)
     ZETGeoGeometryPrivate& member = ZETGeoGeometryPrivate::Of(geometry);
     if (!member.container)
         return;
-    if (member.isGuest)
-        Of(*member.container).guests.remove(&geometry);
-    else
-        Of(*member.container).objects.erase(member.id);
+    Of(*member.container).objects.erase(member.id);
     member.container = nullptr;
     member.id = 0;
-    member.isGuest = false;
 }
 
 void ZETGeoContainerPrivate::Clear(ZETGeoContainer& container)
@@ -102,8 +98,6 @@ ZETGeoContainer::ZETGeoContainer()
 ZETGeoContainer::~ZETGeoContainer()
 {
     ZETGeoContainerPrivate::Clear(*this);
-    while (!d->guests.isEmpty())
-        ZETGeoContainerPrivate::Release(**d->guests.begin());
 }
 
 void ZETGeoContainer::RegisterType(const QMetaObject* type)

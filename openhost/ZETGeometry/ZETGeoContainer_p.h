@@ -4,9 +4,6 @@
 #include <ZETGeometry/ZETGeoGeometryRef.h>
 #include <ZETHostGlobal.h>
 
-#include <QList>
-#include <QSet>
-
 #include <map>
 
 /*! Record of ZETGeoContainer. Numbers start with 1 in each container and are never used twice. */
@@ -25,7 +22,6 @@ public:
     static void Clear(ZETGeoContainer& container);
 
     std::map<quint64, ZETGeoGeometry*> objects; //!< by number, so in the order of creation
-    QSet<ZETGeoGeometry*> guests;
     quint64 lastId = 0;
 };
 

@@ -2,16 +2,6 @@
 
 #include "openhost/ZETGeometry/ZETGeoContainer_p.h"
 
-void ZETGeoGeometryPrivate::SetGuestContainer(ZETGeoGeometry& geometry, ZETGeoContainer* container)
-{
-    ZETGeoContainerPrivate::Release(geometry);
-    if (!container)
-        return;
-    Of(geometry).container = container;
-    Of(geometry).isGuest = true;
-    ZETGeoContainerPrivate::Of(*container).guests.insert(&geometry);
-}
-
 ZETGeoGeometry::ZETGeoGeometry(ZETGeoContainer* container)
     : ZETGeoGeometry(container, ZETGeoGeometryRef())
 {
@@ -50,7 +40,7 @@ void ZETGeoGeometry::Initialize()
 
 void ZETGeoGeometry::Remove()
 {
-    const bool isOwned = d->container && !d->isGuest;
+    const bool isOwned = d->container;
     ZETGeoContainerPrivate::Release(*this);
     if (isOwned && d->references == 0)
         delete this;

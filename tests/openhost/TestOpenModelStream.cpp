@@ -162,6 +162,7 @@ private slots:
     void newerVersionIsRefused();
     void unknownClassIsRefused();
     void unregisteredClassIsNotSaved();
+    void referenceToAnotherModelIsNotSaved();
     void danglingReferenceIsRefused();
     void wrongBytesAreRefused_data();
     void wrongBytesAreRefused();
@@ -352,6 +353,24 @@ void TestOpenModelStream::unregisteredClassIsNotSaved()
     const QString failure = Thrown([&] { ZETOpenModelStream::Save(*model); });
     ZETGeoContainer::RegisterType(&TestLeaf::staticMetaObject);
     QCOMPARE(failure, u"The model can't be saved: the class TestLeaf of \"Test leaf\" is not registered."_s);
+}
+
+void TestOpenModelStream::referenceToAnotherModelIsNotSaved()
+{
+    ZETFeatContainer container;
+    ZETFeatContainer otherContainer;
+    auto* node = new TestNode(new TestRoot(&container));
+    auto* stranger = new TestNode(new TestRoot(&otherContainer));
+    ZETOpenModel::SetLabel(*node, u"N"_s);
+    ZETOpenModel::SetLabel(*stranger, u"S"_s);
+    const QString failure =
+        u"The model can't be saved: \"N\" points to \"S\", which belongs to another model or to none."_s;
+    node->SetOther(stranger);
+    QCOMPARE(Thrown([&] { ZETOpenModelStream::Save(container); }), failure);
+    node->SetOther(nullptr);
+    QVERIFY(Thrown([&] { ZETOpenModelStream::Save(container); }).isNull());
+    node->AppendOther(stranger);
+    QCOMPARE(Thrown([&] { ZETOpenModelStream::Save(container); }), failure);
 }
 
 void TestOpenModelStream::danglingReferenceIsRefused()
