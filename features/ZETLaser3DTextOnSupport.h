@@ -87,6 +87,13 @@ protected:
     bool UpdatePlane();
 
 private:
+    /*! The inputs of UpdateResult, one at a time: false, with a message on the property, for one that won't do. */
+    bool TestSupport();
+    bool TestAnchorPoint();
+    bool TestDirection();
+    /*! Attaches an error to \a property; always false. */
+    bool Fail(const QByteArray& property, const QString& text);
+
     /*! Never called: a feature class without its loading constructor shall not build. */
     void _constructor_checker() { ZETLaser3DTextOnSupport(nullptr, ZETGeoGeometryRef()); }
 

@@ -1,5 +1,6 @@
 #include "features/ZETLaserParameterProvider.h"
 
+#include "features/ZETLaserBuiltInParameters.h"
 #include "laser/ZETLaserOptions.h"
 
 #include <ZETComposites/ZETCompFlatContour.h>
@@ -27,11 +28,15 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+const QStringList& GetBuiltInParameters()
+{
+    static const QStringList names{u"%SOURCE%"_s, u"%PART%"_s, u"%SEQ%"_s,    u"%LAYUP%"_s, u"%PLY%"_s,
+                                   u"%SUBPLY%"_s, u"%MAT%"_s,  u"%MAT_ID%"_s, u"%ORI%"_s};
+    return names;
+}
+
 namespace
 {
-const QStringList builtInParameters{u"%SOURCE%"_s, u"%PART%"_s, u"%SEQ%"_s,    u"%LAYUP%"_s, u"%PLY%"_s,
-                                    u"%SUBPLY%"_s, u"%MAT%"_s,  u"%MAT_ID%"_s, u"%ORI%"_s};
-
 /*! The nearest feature of class \a Feature above \a object; null if there is none. */
 template <typename Feature>
 Feature* FindAbove(const ZETFeatObject* object)
@@ -129,7 +134,7 @@ QString GetBuiltInValue(const Place& place, const QString& name)
 /*! What stands in a text for the macro with the inner text \a parameter. */
 QString GetToken(const QString& parameter)
 {
-    return builtInParameters.contains(parameter) ? parameter : '%'_L1 + parameter + '%'_L1;
+    return GetBuiltInParameters().contains(parameter) ? parameter : '%'_L1 + parameter + '%'_L1;
 }
 
 bool IsAscii(const QString& text)
@@ -171,7 +176,7 @@ QString ZETLaserParameterProvider::GetParameterValue(const ZETCompPlyBase* ply, 
 
 QList<QString> ZETLaserParameterProvider::GetParameterList() const
 {
-    return builtInParameters + extraParameters.keys();
+    return GetBuiltInParameters() + extraParameters.keys();
 }
 
 QString ZETLaserParameterProvider::GetFormatedParameterName(const QString& name) const

@@ -8,3 +8,6 @@
 #else
 #define ZETLASER_EXPORT Q_DECL_IMPORT
 #endif
+
+/*! True once the library has told the host of its types, which it does by itself when it is loaded. */
+ZETLASER_EXPORT extern bool _ZETLaserLoaded;

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "features/ZETLaserParameter.h"
+
+#include <ZETFeature/ZETFeatValueProperty.h>
+
+/*! Record of ZETLaserParameter. */
+class ZETLaserParameterPrivate
+{
+public:
+    explicit ZETLaserParameterPrivate(ZETLaserParameter* owner)
+        : type(owner, ZETLaserParameter::staticMetaObject.indexOfProperty(ZETLaserParameter::Property_type))
+        , text(owner, ZETLaserParameter::staticMetaObject.indexOfProperty(ZETLaserParameter::Property_text), QString())
+    {
+    }
+    virtual ~ZETLaserParameterPrivate() = default;
+
+    ZETFeatValueProperty<ZETLaserParameter::ParameterType> type;
+    ZETFeatValueProperty<QString> text;
+};

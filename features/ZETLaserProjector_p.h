@@ -1,0 +1,22 @@
+#pragma once
+
+#include "features/ZETLaserProjector.h"
+
+#include <ZETFeature/ZETFeatObjectListProperty.h>
+#include <ZETFeature/ZETFeatValueProperty.h>
+
+/*! Record of ZETLaserProjector. The list has no signals for single elements: one signal tells of the whole list. */
+class ZETLaserProjectorPrivate
+{
+public:
+    explicit ZETLaserProjectorPrivate(ZETLaserProjector* owner)
+        : comment(owner, ZETLaserProjector::staticMetaObject.indexOfProperty(ZETLaserProjector::Property_comment),
+                  QString())
+        , targets(owner, ZETLaserProjector::staticMetaObject.indexOfProperty(ZETLaserProjector::Property_targets))
+    {
+    }
+    virtual ~ZETLaserProjectorPrivate() = default;
+
+    ZETFeatValueProperty<QString> comment;
+    ZETFeatObjectListProperty<ZETLaserTarget> targets;
+};
