@@ -1,0 +1,191 @@
+#include "openhost/ZETGeometry/ZETOpenRegion.h"
+
+#include "openhost/ZETGeometry/ZETOpenChain_p.h"
+#include "openhost/ZETGeometry/ZETOpenKernel_p.h"
+#include "openhost/ZETGeometry/ZETOpenSurface_p.h"
+
+#include <ZETGeometry/ZETGeoCurveOnSurface.h>
+#include <ZETGeometry/ZETGeoLocationOnSurface.h>
+
+#include <BRep_Builder.hxx>
+#include <BRepGProp.hxx>
+#include <CSLib_Class2d.hxx>
+#include <Geom2d_Line.hxx>
+#include <GProp_GProps.hxx>
+#include <Precision.hxx>
+#include <TColgp_SequenceOfPnt2d.hxx>
+#include <TopoDS_Edge.hxx>
+#include <TopoDS_Face.hxx>
+#include <TopoDS_Wire.hxx>
+
+#include <QCoreApplication>
+
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+namespace
+{
+constexpr double deflection = 0.01; // mm, with which a boundary becomes a polygon
+constexpr double angle = 0.05;      // rad
+
+/*! A closed boundary in the parameters of the surface. */
+struct Ring {
+    std::vector<gp_Pnt2d> places;
+    double uMin = 0.0;
+    double uMax = 0.0;
+    double vMin = 0.0;
+    double vMax = 0.0;
+    std::unique_ptr<CSLib_Class2d> classifier;
+    double area = 0.0; //!< on the surface
+
+    void Close();
+    gp_Pnt2d GetMiddle() const { return gp_Pnt2d(0.5 * (uMin + uMax), 0.5 * (vMin + vMax)); }
+    bool Contains(const gp_Pnt2d& place) const;
+};
+
+void Ring::Close()
+{
+    const auto byU = [](const gp_Pnt2d& a, const gp_Pnt2d& b) { return a.X() < b.X(); };
+    const auto byV = [](const gp_Pnt2d& a, const gp_Pnt2d& b) { return a.Y() < b.Y(); };
+    uMin = std::min_element(places.begin(), places.end(), byU)->X();
+    uMax = std::max_element(places.begin(), places.end(), byU)->X();
+    vMin = std::min_element(places.begin(), places.end(), byV)->Y();
+    vMax = std::max_element(places.begin(), places.end(), byV)->Y();
+    if (!(uMax > uMin) || !(vMax > vMin))
+        return;
+    TColgp_SequenceOfPnt2d sequence;
+    for (const gp_Pnt2d& place : places)
+        sequence.Append(place);
+    const double uTolerance = 1e-9 * (uMax - uMin);
+    const double vTolerance = 1e-9 * (vMax - vMin);
+    classifier = std::make_unique<CSLib_Class2d>(sequence, uTolerance, vTolerance, uMin, vMin, uMax, vMax);
+}
+
+/*! On the boundary counts as within. */
+bool Ring::Contains(const gp_Pnt2d& place) const
+{
+    return classifier->SiDans(place) != -1;
+}
+} // namespace
+
+class ZETOpenRegionPrivate
+{
+public:
+    void AddBoundary(const ZETOpenChain& chain);
+    double ComputeArea(const Ring& ring) const;
+    bool ContainsPlace(const gp_Pnt2d& place) const;
+
+    const ZETOpenSurface* surface = nullptr;
+    const ZETOpenSurfacePrivate* record = nullptr;
+    std::vector<Ring> rings;
+};
+
+void ZETOpenRegionPrivate::AddBoundary(const ZETOpenChain& chain)
+{
+    Ring ring;
+    for (int i = 0; i < chain.GetCount(); ++i) {
+        const auto& link = chain.GetLink(i);
+        auto fractions =
+            link.segment->GetPolyline(std::min(link.from, link.to), std::max(link.from, link.to), deflection, angle);
+        if (link.to < link.from)
+            std::reverse(fractions.begin(), fractions.end());
+        fractions.insert(fractions.begin(), link.from);
+        fractions.push_back(link.to);
+        // Segments don't care in which turn they stand, so each is moved to the end of the one before.
+        gp_Vec2d shift;
+        if (!ring.places.empty()) {
+            const gp_Pnt2d start = link.segment->GetPlace(link.from);
+            shift = gp_Vec2d(start, record->Unwrap(ring.places.back(), start));
+        }
+        for (const double fraction : fractions)
+            ring.places.push_back(link.segment->GetPlace(fraction).Translated(shift));
+    }
+    const gp_Pnt2d first = ring.places.front();
+    const gp_Pnt2d last = ring.places.back();
+    // A boundary that runs round the surface ends a turn away from its start.
+    if ((record->uPeriod > 0.0 && std::abs(last.X() - first.X()) > 0.5 * record->uPeriod) ||
+        (record->vPeriod > 0.0 && std::abs(last.Y() - first.Y()) > 0.5 * record->vPeriod))
+        return;
+    ring.Close();
+    if (!ring.classifier)
+        return;
+    ring.area = ComputeArea(ring);
+    rings.push_back(std::move(ring));
+}
+
+/*! The kernel's integral over the face that the polygon bounds. */
+double ZETOpenRegionPrivate::ComputeArea(const Ring& ring) const
+{
+    BRep_Builder builder;
+    TopoDS_Wire wire;
+    builder.MakeWire(wire);
+    for (std::size_t i = 0; i < ring.places.size(); ++i) {
+        const gp_Pnt2d& start = ring.places[i];
+        const gp_Pnt2d& end = ring.places[(i + 1) % ring.places.size()];
+        const double length = start.Distance(end);
+        if (length <= Precision::PConfusion())
+            continue;
+        const Handle(Geom2d_Curve) side = new Geom2d_Line(start, gp_Dir2d(gp_Vec2d(start, end)));
+        TopoDS_Edge edge;
+        builder.MakeEdge(edge);
+        builder.UpdateEdge(edge, side, record->geometry, TopLoc_Location(), Precision::Confusion());
+        builder.Range(edge, record->geometry, TopLoc_Location(), 0.0, length);
+        builder.Add(wire, edge);
+    }
+    TopoDS_Face face;
+    builder.MakeFace(face, record->geometry, Precision::Confusion());
+    builder.Add(face, wire);
+    GProp_GProps properties;
+    BRepGProp::SurfaceProperties(face, properties);
+    return std::abs(properties.Mass());
+}
+
+bool ZETOpenRegionPrivate::ContainsPlace(const gp_Pnt2d& place) const
+{
+    bool inside = false;
+    for (const Ring& ring : rings)
+        inside ^= ring.Contains(record->Unwrap(ring.GetMiddle(), place));
+    return inside;
+}
+
+ZETOpenRegion::ZETOpenRegion(const QList<const ZETGeoCurveOnSurface*>& boundaries)
+    : d(std::make_unique<ZETOpenRegionPrivate>())
+{
+    CallKernel(QCoreApplication::translate("ZETOpenRegion", "the region within the boundaries can't be found"), [&] {
+        for (const ZETGeoCurveOnSurface* boundary : boundaries) {
+            const ZETOpenChain* const chain = ZETOpenChain::Of(boundary);
+            const auto* const surface = qobject_cast<const ZETOpenSurface*>(boundary->GetSurface());
+            if (!chain || !surface || !chain->IsClosed() || (d->surface && d->surface != surface))
+                continue;
+            d->surface = surface;
+            d->record = &ZETOpenSurfacePrivate::Of(*surface);
+            d->AddBoundary(*chain);
+        }
+    });
+}
+
+ZETOpenRegion::~ZETOpenRegion() = default;
+
+bool ZETOpenRegion::Contains(const ZETGeoLocationOnSurface& location) const
+{
+    if (d->rings.empty() || !location.GetSurface())
+        return false;
+    const auto own = location.GetSurface() == d->surface ? location : d->surface->Project(location.GetPoint());
+    return d->ContainsPlace(gp_Pnt2d(own.GetU(), own.GetV()));
+}
+
+double ZETOpenRegion::GetArea() const
+{
+    double area = 0.0;
+    for (const Ring& ring : d->rings) {
+        // One that lies within an odd number of others is a hole.
+        bool isHole = false;
+        for (const Ring& other : d->rings) {
+            if (&other != &ring)
+                isHole ^= other.Contains(d->record->Unwrap(other.GetMiddle(), ring.places.front()));
+        }
+        area += isHole ? -ring.area : ring.area;
+    }
+    return area;
+}
