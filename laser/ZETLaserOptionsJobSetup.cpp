@@ -1,5 +1,6 @@
 // What the options take from the model: root, configuration, plies and projectors.
 
+#include "features/ZETLaserProjector.h"
 #include "laser/ZETLaserOptions.h"
 
 #include <ZETComposites/ZETCompLayup.h>
@@ -146,4 +147,27 @@ void ZETLaserOptions::SelectAllPlies(EOutputType type)
 void ZETLaserOptions::AddPly(ZETCompPlyBase* ply)
 {
     plies = Reselect<ZETCompPlyBase>(GetSelectablePlies(), plies, ply);
+}
+
+QList<const ZETLaserProjector*> ZETLaserOptions::GetModelProjectors() const
+{
+    QList<const ZETLaserProjector*> result;
+    if (!compRoot)
+        return result;
+    const QList<ZETFeatObject*> features = compRoot->GetAllChildren();
+    for (ZETFeatObject* feature : features) {
+        if (const auto* projector = qobject_cast<const ZETLaserProjector*>(feature))
+            result.append(projector);
+    }
+    return result;
+}
+
+void ZETLaserOptions::SelectAllProjectors()
+{
+    projectors = GetModelProjectors();
+}
+
+void ZETLaserOptions::AddProjector(const ZETLaserProjector* projector)
+{
+    projectors = Reselect<ZETLaserProjector>(GetModelProjectors(), projectors, projector);
 }

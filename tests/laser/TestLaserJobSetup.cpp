@@ -1,5 +1,6 @@
 // How the options take plies, projectors and defaults from a model.
 
+#include "features/ZETLaserProjector.h"
 #include "laser/ZETLaserOptions.h"
 #include "tests/support/ZETTestModel.h"
 
@@ -119,6 +120,13 @@ private slots:
     void addedPlyNeedsNoFlatPattern();
     void addedPlyMayBeNull();
     void addedPlyWithoutConfigurationEmptiesTheSelection();
+
+    void allProjectorsStandInModelOrder();
+    void projectorsReplaceEarlierOnes();
+    void addedProjectorsStandInModelOrderAndOnce();
+    void addedProjectorOfAnotherModelIsDropped();
+    void addedProjectorMayBeNull();
+    void projectorsWithoutRootAreNone();
 };
 
 void TestLaserJobSetup::includedPliesStandInModelOrder()
@@ -251,12 +259,15 @@ void TestLaserJobSetup::rootLeavesTheSelectionAlone()
 {
     const Blade blade;
     const Blade other;
+    ZETTestModel::Add<ZETLaserProjector>(blade.root, "Left");
     Options options;
     options.SetCompRoot(blade.root);
     options.SelectAllPlies(Options::Output3D);
+    options.SelectAllProjectors();
     options.SetCompRoot(other.root);
     QCOMPARE(options.GetPlies().size(), 7);
     QCOMPARE(options.GetPlies().first(), blade.ply1);
+    QCOMPARE(ZETTestModel::Labels(options.GetProjectors()), u"Left"_s);
 }
 
 void TestLaserJobSetup::nullRootTakesTheConfigurationAway()
@@ -636,6 +647,87 @@ void TestLaserJobSetup::addedPlyWithoutConfigurationEmptiesTheSelection()
     options.SetActiveConfiguration(nullptr);
     options.AddPly(blade.ply1);
     QVERIFY(options.GetPlies().isEmpty());
+}
+
+void TestLaserJobSetup::allProjectorsStandInModelOrder()
+{
+    const Blade blade;
+    ZETTestModel::Add<ZETLaserProjector>(blade.root, "Last");
+    auto* folder = ZETTestModel::Add<ZETFeatFolder>(blade.layup1, "Folder");
+    auto* nested = ZETTestModel::Add<ZETLaserProjector>(folder, "Nested");
+    ZETTestModel::Disable(nested); // a disabled projector is still a projector
+    Options options;
+    options.SetCompRoot(blade.root);
+    options.SelectAllProjectors();
+    QCOMPARE(ZETTestModel::Labels(options.GetProjectors()), u"Nested Last"_s);
+}
+
+void TestLaserJobSetup::projectorsReplaceEarlierOnes()
+{
+    const Blade blade;
+    ZETTestModel::Add<ZETLaserProjector>(blade.root, "Left");
+    Options options;
+    options.SetCompRoot(blade.root);
+    options.SelectAllProjectors();
+    options.SelectAllProjectors();
+    QCOMPARE(options.GetProjectors().size(), 1);
+    const Blade other;
+    options.SetCompRoot(other.root);
+    options.SelectAllProjectors();
+    QVERIFY(options.GetProjectors().isEmpty());
+}
+
+void TestLaserJobSetup::addedProjectorsStandInModelOrderAndOnce()
+{
+    const Blade blade;
+    auto* left = ZETTestModel::Add<ZETLaserProjector>(blade.root, "Left");
+    ZETTestModel::Add<ZETLaserProjector>(blade.root, "Middle");
+    auto* right = ZETTestModel::Add<ZETLaserProjector>(blade.root, "Right");
+    Options options;
+    options.SetCompRoot(blade.root);
+    for (const ZETLaserProjector* projector : {right, left, right})
+        options.AddProjector(projector);
+    QCOMPARE(ZETTestModel::Labels(options.GetProjectors()), u"Left Right"_s);
+}
+
+void TestLaserJobSetup::addedProjectorOfAnotherModelIsDropped()
+{
+    const Blade blade;
+    const Blade other;
+    auto* left = ZETTestModel::Add<ZETLaserProjector>(blade.root, "Left");
+    auto* right = ZETTestModel::Add<ZETLaserProjector>(blade.root, "Right");
+    auto* foreign = ZETTestModel::Add<ZETLaserProjector>(other.root, "Foreign");
+    Options options;
+    options.SetCompRoot(blade.root);
+    options.AddProjector(right);
+    options.AddProjector(left);
+    options.AddProjector(foreign);
+    QCOMPARE(ZETTestModel::Labels(options.GetProjectors()), u"Left Right"_s);
+}
+
+void TestLaserJobSetup::addedProjectorMayBeNull()
+{
+    const Blade blade;
+    auto* left = ZETTestModel::Add<ZETLaserProjector>(blade.root, "Left");
+    Options options;
+    options.SetCompRoot(blade.root);
+    options.AddProjector(left);
+    options.AddProjector(nullptr);
+    QCOMPARE(ZETTestModel::Labels(options.GetProjectors()), u"Left"_s);
+}
+
+void TestLaserJobSetup::projectorsWithoutRootAreNone()
+{
+    const Blade blade;
+    auto* left = ZETTestModel::Add<ZETLaserProjector>(blade.root, "Left");
+    Options options;
+    options.AddProjector(left);
+    QVERIFY(options.GetProjectors().isEmpty());
+    options.SetCompRoot(blade.root);
+    options.AddProjector(left);
+    options.SetCompRoot(nullptr);
+    options.SelectAllProjectors();
+    QVERIFY(options.GetProjectors().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestLaserJobSetup)

@@ -15,7 +15,6 @@
 #include <ZETComposites/ZETCompSubPly.h>
 #include <ZETFeature/ZETFeatContainer.h>
 
-#include <QMetaObject>
 #include <QString>
 #include <QStringList>
 
@@ -78,13 +77,13 @@ public:
     }
 
 private:
-    /*! Some features are made from a parent through their meta-object only. */
+    /*! Some features can't be made from a parent directly, but by the name of their class. */
     template <typename Feature>
     static Feature* Make(ZETFeatObject* parent)
     {
         if constexpr (std::is_constructible_v<Feature, ZETFeatObject*>)
             return new Feature(parent);
         else
-            return qobject_cast<Feature*>(Feature::staticMetaObject.newInstance(Q_ARG(ZETFeatObject*, parent)));
+            return qobject_cast<Feature*>(ZETOpenModel::Create(Feature::staticMetaObject.className(), *parent));
     }
 };
