@@ -20,7 +20,8 @@ public:
     ~ZETTopFactory();
 
     /*! A new body: \a source projected onto \a target, at the places nearest to it. The vertices of the result know the
-     *  faces and edges of \a target on which they lie. Null if nothing can be projected. */
+     *  faces and edges of \a target on which they lie. The open host projects the vertices of \a source alone, onto the
+     *  faces of \a target, or its edges if it has none. Null if nothing can be projected. */
     ZETTopBody* Project(const ZETTopBody* target, const ZETTopBody* source);
 
 private:

@@ -9,6 +9,7 @@
 #include <ZETGeometry/ZETGeoPointOnSurface.h>
 #include <ZETMathematics/ZETMathAxis.h>
 #include <ZETTopology/ZETTopBody.h>
+#include <ZETTopology/ZETTopEdge.h>
 #include <ZETTopology/ZETTopFactory.h>
 #include <ZETTopology/ZETTopVertex.h>
 
@@ -111,7 +112,7 @@ void TestOpenTopFactory::pointOntoAPolyline()
     QVERIFY(vertex->GetFaces().isEmpty());
     QCOMPARE(vertex->GetEdges().size(), 1);
     const auto* const place = vertex->GetPoint(vertex->GetEdges().first());
-    QCOMPARE(place->GetLocationOnCurve().GetMathPoint(), ZETMathPoint(10.0, 4.0, 0.0));
+    QVERIFY(IsNear(place->GetLocationOnCurve().GetMathPoint(), {10.0, 4.0, 0.0}));
     const auto tangent = place->GetCurve()->GetTangent(place->GetLocationOnCurve());
     QVERIFY(tangent.GetY() > 0.0 && tangent.GetX() == 0.0 && tangent.GetZ() == 0.0);
 }
