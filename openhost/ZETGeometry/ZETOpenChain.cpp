@@ -80,7 +80,10 @@ gp_Vec ZETOpenChain::GetTangent(double parameter) const
         return gp_Vec();
     const Position position = GetPosition(parameter);
     const Link& link = links[std::size_t(position.link)];
-    return link.segment->GetTangent(GetSegmentFraction(position)) * (link.to - link.from);
+    // Of unit length: texts take the tangent of their line for the direction that their size is measured along.
+    const gp_Vec tangent = link.segment->GetTangent(GetSegmentFraction(position)) * (link.to - link.from);
+    const double length = tangent.Magnitude();
+    return length > 0.0 ? tangent / length : tangent;
 }
 
 gp_Pnt2d ZETOpenChain::GetPlace(double parameter) const
