@@ -1,6 +1,5 @@
 #include "laser/ZETLaserProcesses.h"
 
-#include "display/ZETLaserRenderer.h"
 #include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserProcesses_p.h"
@@ -88,18 +87,14 @@ bool ZETLaserProcesses::WriteLaserData()
 
 bool ZETLaserProcesses::DisplayLaserData()
 {
-    if (!d->renderer)
-        d->renderer = QSharedPointer<ZETLaserRenderer>::create(d->options, d->root);
-    return d->renderer->Render();
+    return false; // nothing is displayed yet
 }
 
 void ZETLaserProcesses::EraseLaserData()
 {
-    if (d->renderer)
-        d->renderer->Erase();
 }
 
 ZETLaserProcesses::VisObjects ZETLaserProcesses::GetRenderVisObjects()
 {
-    return d->renderer ? d->renderer->GetVisObjects() : VisObjects();
+    return VisObjects();
 }

@@ -3,6 +3,8 @@
 #include "laser/ZETLaserGlobal.h"
 #include "laser/ZETLaserOptions.h"
 
+#include <ZETMathematics/ZETMathBoundingBox.h>
+
 #include <QMap>
 #include <QObject>
 #include <QPointer>
@@ -11,6 +13,7 @@
 
 class ZETFeatObject;
 class ZETLaserProcessesPrivate;
+class ZETMathAxis;
 class ZETVisVirtualObject;
 
 /*! The driver of one laser job, with four independent steps: read the model into a tree of laser entities, thin the
@@ -53,6 +56,17 @@ public:
     void EraseLaserData();
     /*! The display objects of the last DisplayLaserData; empty before it. They are not valid behind EraseLaserData. */
     VisObjects GetRenderVisObjects();
+
+    // ---- What a client tells its user ----
+    /*! What the tree holds that a writer writes: groups without a point don't count. */
+    struct Statistics {
+        int plies = 0;
+        int subPlies = 0;
+        qint64 points = 0;      //!< of all curves, each point once
+        ZETMathBoundingBox box; //!< of the curves, in mm, in the axis system that was asked for
+    };
+    /*! \a axis is the one that the written coordinates refer to. */
+    Statistics GetStatistics(const ZETMathAxis& axis) const;
 
 private:
     std::unique_ptr<ZETLaserProcessesPrivate> d;
