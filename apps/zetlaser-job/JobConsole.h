@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QString>
+
+/*! What the tool says: results on standard output, messages and progress on standard error. */
+namespace JobConsole
+{
+/*! A line of the result. */
+void WriteResult(const QString& line);
+/*! A message: "warning: text". Lines behind the first are indented. */
+void WriteMessage(const QString& severity, const QString& text);
+/*! The step that begins, on a terminal; into a pipe or a file nothing is written. */
+void ShowProgress(const QString& step);
+/*! Takes the progress line away. */
+void EndProgress();
+/*! Sends messages of the queue to WriteMessage, with their severity in words. */
+void ListenToMessageQueue();
+} // namespace JobConsole

@@ -1,0 +1,227 @@
+#include "JobRun.h"
+
+#include "JobConsole.h"
+#include "JobError.h"
+#include "JobSelection.h"
+#include "JobStaging.h"
+
+#include "laser/ZETLaserOptions.h"
+#include "laser/ZETLaserProcesses.h"
+#include "openhost/layup/ZETOpenLayupFile.h"
+#include "openhost/ZETMaterial/ZETOpenMaterial.h"
+
+#include <ZETComposites/ZETCompRoot.h>
+#include <ZETComposites/ZETCompRosette.h>
+#include <ZETFeature/ZETFeatContainer.h>
+#include <ZETMathematics/ZETMathZeroMagnitudeVectorException.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cmath>
+#include <memory>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("zetlaser-job", text);
+}
+
+/*! Goes to a folder, and back with its end. */
+class FolderGuard
+{
+public:
+    explicit FolderGuard(const QString& folder)
+        : before(QDir::currentPath())
+    {
+        if (!QDir::setCurrent(folder))
+            throw JobError(JobExit::CannotWrite, Translate("can't go to the folder %1").arg(folder));
+    }
+    ~FolderGuard() { QDir::setCurrent(before); }
+    Q_DISABLE_COPY_MOVE(FolderGuard)
+
+private:
+    QString before;
+};
+
+/*! One job, from its settings to its files. */
+class Job
+{
+public:
+    Job(const QString& file, const JobSettings& jobSettings)
+        : layupFile(file)
+        , settings(jobSettings)
+    {
+    }
+
+    void Run()
+    {
+        PrepareOutput();
+        LoadModel();
+        FillOptions(options, *model.root, settings);
+        ReadAndThin();
+        if (options.CreateLaserData())
+            WriteFiles();
+        TellResult();
+    }
+
+private:
+    void PrepareOutput()
+    {
+        if (!settings.Has(u"type"_s))
+            throw JobError(JobExit::WrongCall,
+                           Translate("expected the option --type, found none (--list-types shows the types)"));
+        if (settings.Has(u"createLaserData"_s) && !settings.Get(u"createLaserData"_s).toBool())
+            return;
+        if (!settings.Has(u"output"_s))
+            throw JobError(JobExit::WrongCall, Translate("expected the option --output, found none"));
+        const QFileInfo output(settings.GetText(u"output"_s));
+        if (output.fileName().isEmpty() || output.isDir())
+            throw JobError(JobExit::CannotWrite, Translate("can't write %1: it is a folder").arg(output.filePath()));
+        if (output.exists() && !output.isFile())
+            throw JobError(JobExit::CannotWrite,
+                           Translate("can't write %1: it is no regular file").arg(output.filePath()));
+        outputName = output.fileName();
+        partPlace = std::make_unique<JobStaging>(output.absolutePath());
+        if (settings.Get(u"useSpecificPathForLaserFile"_s).toBool() && settings.Has(u"targetFilePath"_s))
+            toolPlace = std::make_unique<JobStaging>(settings.GetText(u"targetFilePath"_s));
+    }
+
+    void LoadModel()
+    {
+        JobConsole::ShowProgress(Translate("reading %1").arg(layupFile));
+        try {
+            model = ZETOpenLayupFile::Load(layupFile);
+        } catch (const ZETSysException& error) {
+            throw JobError(JobExit::WrongInput, error.GetMessage());
+        }
+        for (const ZETOpenJsonError& warning : model.warnings)
+            JobConsole::WriteMessage(Translate("warning"), warning.GetMessage());
+    }
+
+    void ReadAndThin()
+    {
+        if (options.GetPlies().isEmpty())
+            throw JobError(JobExit::NothingToDo,
+                           options.GetOutputType() == ZETLaserOptions::Output3D
+                               ? Translate("nothing to write: no ply is selected")
+                               : Translate("nothing to write: no ply with a flat pattern is selected"));
+        JobConsole::ShowProgress(Translate("reading %1 plies").arg(options.GetPlies().size()));
+        RunStep([&] {
+            if (!options.GetLaserProcesses()->ReadLaserData())
+                throw JobError(JobExit::NothingToDo, Translate("nothing to write: the selected plies gave no data"));
+        });
+        JobConsole::ShowProgress(Translate("thinning points"));
+        RunStep([&] { options.GetLaserProcesses()->ProcessLaserData(); });
+    }
+
+    void WriteFiles()
+    {
+        JobConsole::ShowProgress(Translate("writing %1").arg(outputName));
+        // The library writes where it is, under the final name: what the files say of their names is then true, and
+        // doesn't depend on the folder that they are written in.
+        options.SetFileName(outputName);
+        if (toolPlace)
+            options.SetTargetFilePath(toolPlace->GetPath());
+        bool isWritten = false;
+        {
+            const FolderGuard folder(partPlace->GetPath());
+            RunStep([&] { isWritten = options.GetLaserProcesses()->WriteLaserData(); });
+        }
+        if (!isWritten)
+            throw JobError(JobExit::Failed, Translate("the type %1 can't be written").arg(GetTypeName()));
+        QList<JobStaging*> places{partPlace.get()};
+        if (toolPlace)
+            places.append(toolPlace.get());
+        for (const JobStaging* place : places) {
+            place->CheckWritten();
+            place->CheckPlaces();
+        }
+        if (partPlace->GetNames().isEmpty())
+            throw JobError(JobExit::CannotWrite, Translate("can't write %1: no file came about").arg(outputName));
+        files = JobStaging::Commit(places);
+    }
+
+    void TellResult()
+    {
+        for (const QString& file : files) {
+            const QFileInfo info(file);
+            JobConsole::WriteResult(
+                Translate("written: %1 (%2 bytes)")
+                    .arg(QDir().relativeFilePath(file).startsWith(u".."_s) ? file : QDir().relativeFilePath(file))
+                    .arg(info.size()));
+        }
+        for (const ZETLaserOptions::CreatedFile& created : options.GetCreatedFiles()) {
+            JobConsole::WriteResult(Translate("  %1: shape %2, material %3")
+                                        .arg(created.first, created.second.first,
+                                             QString::fromUtf8(ZETOpenMaterial::GetKey(created.second.second))));
+        }
+        const auto* rosette = qobject_cast<const ZETCompRosette*>(options.GetAxisSystem().data());
+        const auto statistics =
+            options.GetLaserProcesses()->GetStatistics(rosette ? rosette->GetAxis() : ZETMathAxis());
+        JobConsole::WriteResult(Translate("type: %1").arg(GetTypeName()));
+        JobConsole::WriteResult(Translate("plies: %1, sub-plies: %2, points: %3")
+                                    .arg(statistics.plies)
+                                    .arg(statistics.subPlies)
+                                    .arg(statistics.points));
+        JobConsole::WriteResult(Translate("size: %1, written in %2").arg(DescribeSize(statistics.box), GetUnitWord()));
+        JobConsole::WriteResult(
+            Translate("axis system: %1").arg(rosette ? rosette->GetLabel() : Translate("of the model")));
+    }
+
+    QString GetTypeName() const { return ZETLaserOptions::GetFileTypeString(options.GetFileType()); }
+
+    QString GetUnitWord() const
+    {
+        return options.GetUnits() == ZETLaserOptions::UnitsInches ? Translate("inches") : Translate("mm");
+    }
+
+    /*! "11.7 m x 5.0 m x 0.9 m": in metres from one metre on, in mm below. */
+    static QString DescribeSize(const ZETMathBoundingBox& box)
+    {
+        const ZETMathVector size = box.GetUpperPoint() - box.GetLowerPoint();
+        const double sides[] = {size.GetX(), size.GetY(), size.GetZ()};
+        double largest = 0.0;
+        for (const double side : sides)
+            largest = std::max(largest, side);
+        constexpr double metre = 1000.0;
+        QStringList words;
+        for (const double side : sides) {
+            words.append(largest < metre ? Translate("%1 mm").arg(side, 0, 'f', 1)
+                                         : Translate("%1 m").arg(side / metre, 0, 'f', 1));
+        }
+        return words.join(u" x "_s);
+    }
+
+    /*! Calls a step of the library; what it throws ends the job. */
+    template <typename Step>
+    static void RunStep(Step step)
+    {
+        try {
+            step();
+        } catch (const ZETSysException& error) {
+            throw JobError(JobExit::Failed, Translate("the job failed: %1").arg(error.GetMessage()));
+        } catch (const ZETMathZeroMagnitudeVectorException&) {
+            throw JobError(JobExit::Failed, Translate("the job failed: a direction has no length"));
+        }
+    }
+
+    QString layupFile;
+    const JobSettings& settings;
+    QString outputName;
+    std::unique_ptr<JobStaging> partPlace;
+    std::unique_ptr<JobStaging> toolPlace;
+    ZETOpenLayupModel model;
+    ZETLaserOptions options; // behind the model, so that it goes first
+    QStringList files;
+};
+} // namespace
+
+void RunJob(const QString& layupFile, const JobSettings& settings)
+{
+    Job(layupFile, settings).Run();
+}

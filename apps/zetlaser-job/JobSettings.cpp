@@ -1,0 +1,534 @@
+#include "JobSettings.h"
+
+#include "JobError.h"
+
+#include "laser/ZETLaserOptions.h"
+#include "openhost/layup/ZETOpenJson.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+
+#include <cmath>
+#include <limits>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+using Options = ZETLaserOptions;
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("zetlaser-job", text);
+}
+
+template <typename Value>
+auto Apply(void (Options::*setter)(Value))
+{
+    return [setter](Options& options, const QVariant& value) {
+        using Plain = std::remove_cvref_t<Value>;
+        if constexpr (std::is_enum_v<Plain>)
+            (options.*setter)(static_cast<Plain>(value.toInt()));
+        else
+            (options.*setter)(value.value<Plain>());
+    };
+}
+
+/*! A switch that the record keeps as an int. */
+auto ApplyFlag(void (Options::*setter)(int))
+{
+    return [setter](Options& options, const QVariant& value) { (options.*setter)(value.toBool() ? 1 : 0); };
+}
+
+auto ApplyDxf(void (ZETLaserDXFOutputSettings::*setter)(int))
+{
+    return [setter](Options& options, const QVariant& value) {
+        ZETLaserDXFOutputSettings settings = options.GetDXFOutputSettings();
+        (settings.*setter)(value.toInt());
+        options.SetDXFOutputSettings(settings);
+    };
+}
+
+QList<JobSetting> MakeTable()
+{
+    const QString job = Translate("Job");
+    const QString choice = Translate("What is output");
+    const QString points = Translate("Points");
+    const QString structure = Translate("Structure of the file");
+    const QString guides = Translate("Normals and rosette");
+    const QString nesting = Translate("DXF and nesting");
+    const QString other = Translate("Other paths");
+    const QString noEffect = Translate("Kept with the job; no writer reads it.");
+    using Kind = JobSetting;
+    return {
+        {u"type"_s, Kind::Choice, job, Translate("What to write; see --list-types."), JobSettingTable::GetTypeNames(),
+         Apply(&Options::SetFileType)},
+        {u"output"_s, Kind::Path, job, Translate("The part file. Other files of the job are named after it."), {}, {}},
+        {u"units"_s,
+         Kind::Choice,
+         job,
+         Translate("Unit of the written lengths."),
+         {u"mm"_s, u"in"_s},
+         Apply(&Options::SetUnits)},
+        {u"partName"_s,
+         Kind::Text,
+         job,
+         Translate("Name of the part in the files. Default: the name of the model."),
+         {},
+         Apply(&Options::SetPartName)},
+        {u"configuration"_s,
+         Kind::Text,
+         job,
+         Translate("Manufacturing configuration. Default: the active one of the model."),
+         {},
+         {}},
+        {u"axisSystem"_s,
+         Kind::Text,
+         job,
+         Translate("Rosette that the written coordinates refer to. Default: the model's own axes."),
+         {},
+         {}},
+        {u"projectors"_s, Kind::List, job, Translate("Projectors, by name. Default: all."), {}, {}},
+        {u"createLaserData"_s,
+         Kind::Switch,
+         job,
+         Translate("Write the files; without them the job is read and counted only."),
+         {},
+         Apply(&Options::SetCreateLaserData)},
+
+        {u"layups"_s, Kind::List, choice, Translate("Layups whose plies are output, by name. Default: all."), {}, {}},
+        {u"plies"_s,
+         Kind::List,
+         choice,
+         Translate("Plies and sub-plies to output, by name, or by sequence and name (S1/P3), or by layup, sequence and "
+                   "name. Default: all."),
+         {},
+         {}},
+        {u"outputType"_s,
+         Kind::Choice,
+         choice,
+         Translate("Geometry of a ply: the boundary on the tool, the flat pattern, or the flat pattern for nesting."),
+         {u"3d"_s, u"flat"_s, u"nesting"_s, u"nesting-embedded"_s},
+         Apply(&Options::SetOutputType),
+         true},
+        {u"outputExtraGeometry"_s,
+         Kind::Switch,
+         choice,
+         Translate("Output extra geometry."),
+         {},
+         ApplyFlag(&Options::SetOutputExtraGeometry),
+         true},
+        {u"outputRosette"_s,
+         Kind::Switch,
+         choice,
+         Translate("Output the rosette of each ply."),
+         {},
+         ApplyFlag(&Options::SetOutputRosette),
+         true},
+        {u"useSeedPoint"_s,
+         Kind::Switch,
+         choice,
+         Translate("Place the rosette at the seed point."),
+         {},
+         ApplyFlag(&Options::SetUseSeedPoint),
+         true},
+        {u"useSeedCurve"_s,
+         Kind::Switch,
+         choice,
+         Translate("Output the seed curve."),
+         {},
+         ApplyFlag(&Options::SetUseSeedCurve),
+         true},
+        {u"skipParentPlyWithSubPlies"_s,
+         Kind::Switch,
+         choice,
+         Translate("Leave a ply out where its sub-plies are output."),
+         {},
+         ApplyFlag(&Options::SetSkipParentPlyWithSubPlies),
+         true},
+        {u"outputSubPly"_s,
+         Kind::Switch,
+         choice,
+         Translate("Say in the report that sub-plies are used."),
+         {},
+         ApplyFlag(&Options::SetOutputSubPly)},
+        {u"outputCourses"_s, Kind::Switch, choice, noEffect, {}, ApplyFlag(&Options::SetOutputCourses)},
+        {u"offsetMode"_s,
+         Kind::Choice,
+         choice,
+         Translate("Ply offset that the boundary takes."),
+         {u"complete"_s, u"layup"_s, u"none"_s, u"debulk"_s},
+         Apply(&Options::SetOffsetMode)},
+        {u"materialThickness"_s,
+         Kind::Choice,
+         choice,
+         Translate("Thickness that the report names."),
+         {u"cured"_s, u"uncured"_s},
+         Apply(&Options::SetMaterialThickness)},
+
+        {u"useMinimizePointsTolerance"_s,
+         Kind::Switch,
+         points,
+         Translate("Remove points that a line doesn't need."),
+         {},
+         Apply(&Options::SetUseMinimizePointsTolerance)},
+        {u"minimizePointsTolerance"_s,
+         Kind::Length,
+         points,
+         Translate("How far a removed point may lie off its line."),
+         {},
+         Apply(&Options::SetMinimizePointsTolerance)},
+        {u"useMaxLength"_s,
+         Kind::Switch,
+         points,
+         Translate("Limit the length of a line."),
+         {},
+         Apply(&Options::SetUseMaxLength)},
+        {u"maxLength"_s, Kind::Length, points, Translate("That limit."), {}, Apply(&Options::SetMaxLength)},
+        {u"usePointOffset"_s,
+         Kind::Switch,
+         points,
+         Translate("With the offset mode \"complete\": lift points by the plies beneath."),
+         {},
+         Apply(&Options::SetUsePointOffset)},
+        {u"boundaryTolerance"_s,
+         Kind::Length,
+         points,
+         Translate("How far outside a boundary a point is still lifted by that ply."),
+         {},
+         Apply(&Options::SetBoundaryTolerance)},
+
+        {u"nestSequencesWithinLayup"_s,
+         Kind::Switch,
+         structure,
+         Translate("A layer for each layup."),
+         {},
+         Apply(&Options::SetNestSequencesWithinLayup)},
+        {u"nestPliesWithinSequence"_s,
+         Kind::Switch,
+         structure,
+         Translate("A layer for each sequence."),
+         {},
+         Apply(&Options::SetNestPliesWithinSequence)},
+        {u"rosetteBeforePlyGeometry"_s,
+         Kind::Switch,
+         structure,
+         Translate("Extra geometry, rosette and seed curve ahead of the boundary."),
+         {},
+         Apply(&Options::SetRosetteBeforePlyGeometry)},
+
+        {u"includeNormalVectors"_s,
+         Kind::Switch,
+         guides,
+         Translate("Write the normals of points."),
+         {},
+         Apply(&Options::SetIncludeNormalVectors),
+         true},
+        {u"rosetteSize"_s,
+         Kind::Length,
+         guides,
+         Translate("Length of the rosette's long arm."),
+         {},
+         Apply(&Options::SetRosetteSize),
+         true},
+        {u"rosetteSizeQuilmon"_s,
+         Kind::Length,
+         guides,
+         Translate("The same for nesting."),
+         {},
+         Apply(&Options::SetRosetteSizeQuilmon)},
+        {u"normalVectorSize"_s,
+         Kind::Length,
+         guides,
+         Translate("Length of normals on display."),
+         {},
+         Apply(&Options::SetNormalVectorSize)},
+        {u"normalVectorColor"_s,
+         Kind::Color,
+         guides,
+         Translate("Colour of normals on display, as #RRGGBB or a name."),
+         {},
+         Apply(&Options::SetNormalVectorColor)},
+
+        {u"dxfFileMode"_s,
+         Kind::Choice,
+         nesting,
+         Translate("How plies are spread over DXF files."),
+         {u"single"_s, u"per-material"_s, u"per-ply"_s},
+         Apply(&Options::SetDXFFileMode)},
+        {u"shapeName"_s,
+         Kind::Text,
+         nesting,
+         Translate("Pattern of the name of a shape, such as %SEQ%-%PLY%."),
+         {},
+         Apply(&Options::SetShapeName)},
+        {u"useMaterialID"_s,
+         Kind::Switch,
+         nesting,
+         Translate("Name materials by their id."),
+         {},
+         Apply(&Options::SetUseMaterialID)},
+        {u"textLayer"_s,
+         Kind::Integer,
+         nesting,
+         Translate("DXF layer of texts."),
+         {},
+         ApplyDxf(&ZETLaserDXFOutputSettings::SetTextLayer)},
+        {u"textColor"_s,
+         Kind::Integer,
+         nesting,
+         Translate("DXF colour of texts."),
+         {},
+         ApplyDxf(&ZETLaserDXFOutputSettings::SetTextColor)},
+        {u"geometryLayer"_s,
+         Kind::Integer,
+         nesting,
+         Translate("DXF layer of geometry."),
+         {},
+         ApplyDxf(&ZETLaserDXFOutputSettings::SetGeometryLayer)},
+        {u"geometryColor"_s,
+         Kind::Integer,
+         nesting,
+         Translate("DXF colour of geometry."),
+         {},
+         ApplyDxf(&ZETLaserDXFOutputSettings::SetGeometryColor)},
+        {u"geometryLineStyle"_s,
+         Kind::Integer,
+         nesting,
+         Translate("DXF line style of geometry."),
+         {},
+         ApplyDxf(&ZETLaserDXFOutputSettings::SetGeometryLineStyle)},
+
+        {u"useSpecificPathForLaserFile"_s,
+         Kind::Switch,
+         other,
+         Translate("LPT and FARO: write the tool file into the folder of targetFilePath."),
+         {},
+         Apply(&Options::SetUseSpecificPathForLaserFile)},
+        {u"targetFilePath"_s, Kind::Path, other, Translate("That folder."), {}, Apply(&Options::SetTargetFilePath)},
+        {u"laserFilePath"_s, Kind::Path, other, noEffect, {}, Apply(&Options::SetLaserFilePath)},
+        {u"useSpecificPathForQuilmonFile"_s,
+         Kind::Switch,
+         other,
+         noEffect,
+         {},
+         Apply(&Options::SetUseSpecificPathForQuilmonFile)},
+        {u"quilmonFilePath"_s, Kind::Path, other, noEffect, {}, Apply(&Options::SetQuilmonFilePath)},
+    };
+}
+
+QString GetPlaceholder(const JobSetting& setting)
+{
+    switch (setting.kind) {
+    case JobSetting::Choice:
+        return setting.key == u"type"_s ? u"TYPE"_s : setting.choices.join(u'|');
+    case JobSetting::Text:
+        return setting.key == u"partName"_s || setting.key == u"shapeName"_s ? u"TEXT"_s : u"NAME"_s;
+    case JobSetting::Path:
+        return setting.key == u"output"_s ? u"FILE"_s : u"FOLDER"_s;
+    case JobSetting::List:
+        return u"NAME[,NAME...]"_s;
+    case JobSetting::Length:
+        return u"MM"_s;
+    case JobSetting::Integer:
+        return u"N"_s;
+    case JobSetting::Color:
+        return u"COLOR"_s;
+    default:
+        return u"NUMBER"_s;
+    }
+}
+
+QString GetExpected(const JobSetting& setting)
+{
+    switch (setting.kind) {
+    case JobSetting::Switch:
+        return Translate("true or false");
+    case JobSetting::Choice:
+        return Translate("one of %1").arg(setting.choices.join(u", "_s));
+    case JobSetting::Length:
+        return Translate("a length in mm, 0 or more");
+    case JobSetting::Number:
+        return Translate("a number");
+    case JobSetting::Integer:
+        return Translate("a whole number, 0 or more");
+    case JobSetting::Color:
+        return Translate("a colour such as #00FF00");
+    case JobSetting::List:
+        return Translate("at least one name");
+    default:
+        return Translate("a text that isn't empty");
+    }
+}
+
+QVariant ParseColor(const QString& text)
+{
+    const QColor color(text);
+    return color.isValid() ? QVariant(color) : QVariant();
+}
+
+QVariant ParseChoice(const JobSetting& setting, const QString& text)
+{
+    const auto index = setting.key == u"type"_s ? JobSettingTable::FindType(text) : setting.choices.indexOf(text);
+    return index < 0 ? QVariant() : QVariant(static_cast<int>(index));
+}
+
+QVariant CheckNumber(const JobSetting& setting, double number)
+{
+    if (!std::isfinite(number) || (setting.kind != JobSetting::Number && number < 0.0))
+        return {};
+    if (setting.kind != JobSetting::Integer)
+        return number;
+    const bool isWhole = number == std::floor(number) && number <= std::numeric_limits<int>::max();
+    return isWhole ? QVariant(static_cast<int>(number)) : QVariant();
+}
+} // namespace
+
+void JobSettings::Complete(const JobSettings& other)
+{
+    for (auto it = other.values.constBegin(); it != other.values.constEnd(); ++it) {
+        if (!values.contains(it.key()))
+            values.insert(it.key(), it.value());
+    }
+}
+
+QString JobSetting::GetFlag() const
+{
+    QString flag = u"--"_s;
+    for (qsizetype i = 0; i < key.size(); ++i) {
+        const bool beginsWord = key[i].isUpper() && i > 0 && !key[i - 1].isUpper();
+        flag += beginsWord ? QString(u'-') + key[i].toLower() : QString(key[i].toLower());
+    }
+    return flag;
+}
+
+QString JobSetting::GetUsage() const
+{
+    if (kind == Switch)
+        return u"--[no-]"_s + GetFlag().mid(2);
+    return GetFlag() + u' ' + GetPlaceholder(*this);
+}
+
+const QList<JobSetting>& JobSettingTable::GetAll()
+{
+    static const QList<JobSetting> table = MakeTable();
+    return table;
+}
+
+const JobSetting* JobSettingTable::FindByKey(const QString& key)
+{
+    for (const JobSetting& setting : GetAll()) {
+        if (setting.key == key)
+            return &setting;
+    }
+    return nullptr;
+}
+
+const QStringList& JobSettingTable::GetTypeNames()
+{
+    static const QStringList names{u"virtek"_s,
+                                   u"lpt"_s,
+                                   u"faro"_s,
+                                   u"lap"_s,
+                                   u"sl"_s,
+                                   u"assembly-guidance"_s,
+                                   u"aligned-vision"_s,
+                                   u"general-scanning"_s,
+                                   u"apt"_s,
+                                   u"apt-2"_s,
+                                   u"apt-sl"_s,
+                                   u"dxf"_s,
+                                   u"quilmon"_s};
+    return names;
+}
+
+int JobSettingTable::FindType(const QString& name)
+{
+    for (int type = 0; type < GetTypeNames().size(); ++type) {
+        const QString make = ZETLaserOptions::GetFileTypeString(static_cast<ZETLaserOptions::EOutputFileType>(type));
+        if (name.compare(GetTypeNames()[type], Qt::CaseInsensitive) == 0 ||
+            name.compare(make, Qt::CaseInsensitive) == 0)
+            return type;
+    }
+    return -1;
+}
+
+QVariant JobSettingTable::ParseText(const JobSetting& setting, const QString& text, QString& expected)
+{
+    expected = GetExpected(setting);
+    bool isNumber = false;
+    switch (setting.kind) {
+    case JobSetting::Choice:
+        return ParseChoice(setting, text);
+    case JobSetting::Length:
+    case JobSetting::Number:
+    case JobSetting::Integer: {
+        const double number = text.toDouble(&isNumber);
+        return isNumber ? CheckNumber(setting, number) : QVariant();
+    }
+    case JobSetting::Color:
+        return ParseColor(text);
+    case JobSetting::List: {
+        const QStringList names = text.split(u',', Qt::SkipEmptyParts);
+        return names.isEmpty() ? QVariant() : QVariant(names);
+    }
+    case JobSetting::Switch:
+        if (text == u"true"_s || text == u"false"_s)
+            return text == u"true"_s;
+        return {};
+    default:
+        return text.isEmpty() ? QVariant() : QVariant(text);
+    }
+}
+
+QVariant JobSettingTable::ParseJson(const JobSetting& setting, const ZETOpenJsonValue& value)
+{
+    QVariant parsed;
+    switch (setting.kind) {
+    case JobSetting::Switch:
+        return value.ToBool();
+    case JobSetting::Length:
+    case JobSetting::Number:
+    case JobSetting::Integer:
+        parsed = CheckNumber(setting, value.ToNumber(GetExpected(setting)));
+        break;
+    case JobSetting::List: {
+        QStringList names;
+        for (const ZETOpenJsonValue& name : value.GetElements(Translate("an array of names")))
+            names.append(name.ToName());
+        parsed = names.isEmpty() ? QVariant() : QVariant(names);
+        break;
+    }
+    default: {
+        QString expected;
+        parsed = ParseText(setting, value.ToText(GetExpected(setting)), expected);
+    }
+    }
+    if (!parsed.isValid())
+        value.FailExpected(GetExpected(setting));
+    return parsed;
+}
+
+JobSettings ReadSettingsFile(const QString& file)
+{
+    QStringList keys;
+    for (const JobSetting& setting : JobSettingTable::GetAll())
+        keys.append(setting.key);
+    try {
+        const ZETOpenJsonDocument document(file);
+        const ZETOpenJsonValue root = document.GetRoot();
+        root.CheckKeys(keys);
+        JobSettings settings;
+        for (const QString& key : root.GetKeys()) {
+            const JobSetting& setting = *JobSettingTable::FindByKey(key);
+            QVariant value = JobSettingTable::ParseJson(setting, *root.Find(key.toUtf8().constData()));
+            if (setting.kind == JobSetting::Path) // relative to the file, as in the layup file
+                value = QFileInfo(file).absoluteDir().absoluteFilePath(value.toString());
+            settings.Set(key, value);
+        }
+        return settings;
+    } catch (const ZETOpenJsonError& error) {
+        throw JobError(JobExit::WrongInput, error.GetMessage());
+    }
+}

@@ -1,0 +1,292 @@
+#include "JobStaging.h"
+
+#include "JobConsole.h"
+#include "JobError.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QMutex>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+const QString folderPrefix = u".zetlaser-job-"_s;
+const QString previousFolder = u".previous"_s;
+const QString lockName = u".lock"_s;
+constexpr qint64 probeSize = 1 << 16; // more than one block of any file system that is in use
+
+/*! Held while files are moved, and by the thread that ends an interrupted program. */
+QMutex& GetCommitMutex()
+{
+    static QMutex mutex;
+    return mutex;
+}
+
+/*! The temporary folders that are in use; guarded by the mutex. */
+QStringList& GetOpenFolders()
+{
+    static QStringList folders;
+    return folders;
+}
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("zetlaser-job", text);
+}
+
+[[noreturn]] void FailWriting(const QString& text)
+{
+    throw JobError(JobExit::CannotWrite, text);
+}
+
+QString GetReason(int error)
+{
+    switch (error) {
+    case ENOSPC:
+        return Translate("no room left on the device");
+    case EDQUOT:
+        return Translate("the disk quota is used up");
+    case EACCES:
+    case EPERM:
+        return Translate("no permission");
+    case EROFS:
+        return Translate("the file system is read-only");
+    case ENAMETOOLONG:
+        return Translate("the name is too long");
+    default:
+        return QString::fromLocal8Bit(std::strerror(error));
+    }
+}
+
+/*! Closes the descriptor with itself. */
+class Descriptor
+{
+public:
+    Descriptor(const QString& file, int flags)
+        : descriptor(open(QFile::encodeName(file).constData(), flags | O_CLOEXEC, 0600))
+    {
+    }
+    ~Descriptor()
+    {
+        if (descriptor >= 0)
+            close(descriptor);
+    }
+    Q_DISABLE_COPY_MOVE(Descriptor)
+    bool IsOpen() const { return descriptor >= 0; }
+    int Get() const { return descriptor; }
+
+private:
+    int descriptor;
+};
+
+bool IsLocked(const QString& temporaryFolder)
+{
+    const Descriptor file(temporaryFolder + u'/' + lockName, O_RDWR);
+    return file.IsOpen() && flock(file.Get(), LOCK_EX | LOCK_NB) != 0;
+}
+
+/*! Writes, syncs and removes a file: 0 or the error. */
+int WriteProbe(const QString& file)
+{
+    int error = 0;
+    {
+        const Descriptor probe(file, O_WRONLY | O_CREAT | O_EXCL);
+        if (!probe.IsOpen())
+            return errno;
+        const QByteArray content(probeSize, '\0');
+        for (qint64 done = 0; done < probeSize && error == 0;) {
+            const ssize_t written =
+                write(probe.Get(), content.constData() + done, static_cast<std::size_t>(probeSize - done));
+            if (written < 0 && errno != EINTR)
+                error = errno;
+            done += written > 0 ? written : 0;
+        }
+        if (error == 0 && fsync(probe.Get()) != 0)
+            error = errno;
+    }
+    QFile::remove(file);
+    return error;
+}
+
+/*! Ends the program; runs in a thread of its own, which alone receives the signals. */
+[[noreturn]] void EndBySignal(int number)
+{
+    const QMutexLocker locker(&GetCommitMutex()); // never let go: nothing is moved any more
+    JobConsole::WriteMessage(Translate("error"), Translate("interrupted; earlier files are as they were"));
+    for (const QString& open : std::as_const(GetOpenFolders())) {
+        // The job may be making a file at this moment, so once isn't always enough.
+        for (int attempt = 0; attempt < 5 && QFileInfo::exists(open); ++attempt)
+            QDir(open).removeRecursively();
+    }
+    _exit(static_cast<int>(JobExit::SignalBase) + number);
+}
+} // namespace
+
+JobStaging::JobStaging(const QString& inFolder)
+    : folder(QFileInfo(inFolder).absoluteFilePath())
+{
+    const QFileInfo info(folder);
+    if (!info.exists())
+        FailWriting(Translate("can't write into the folder %1: there is no such folder").arg(folder));
+    if (!info.isDir())
+        FailWriting(Translate("can't write into %1: it is no folder").arg(folder));
+    RemoveLeftovers();
+
+    const QMutexLocker locker(&GetCommitMutex());
+    QByteArray pattern = QFile::encodeName(folder + u'/' + folderPrefix + u"XXXXXX"_s);
+    if (!mkdtemp(pattern.data()))
+        FailWriting(Translate("can't write into the folder %1: %2").arg(folder, GetReason(errno)));
+    path = QFile::decodeName(pattern);
+    GetOpenFolders().append(path);
+    lock = open(QFile::encodeName(path + u'/' + lockName).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (lock >= 0)
+        flock(lock, LOCK_EX | LOCK_NB);
+}
+
+JobStaging::~JobStaging()
+{
+    const QMutexLocker locker(&GetCommitMutex());
+    QDir(path).removeRecursively();
+    GetOpenFolders().removeOne(path);
+    if (lock >= 0)
+        close(lock);
+}
+
+void JobStaging::RemoveLeftovers() const
+{
+    const QStringList names = QDir(folder).entryList({folderPrefix + u'*'}, QDir::Dirs | QDir::Hidden);
+    for (const QString& name : names) {
+        const QString leftover = folder + u'/' + name;
+        if (!IsLocked(leftover) && QFileInfo::exists(leftover + u'/' + lockName))
+            QDir(leftover).removeRecursively();
+    }
+}
+
+QString JobStaging::GetFinalPath(const QString& name) const
+{
+    return QDir(folder).filePath(name);
+}
+
+QStringList JobStaging::GetNames() const
+{
+    return QDir(path).entryList(QDir::Files, QDir::Name); // without hidden ones: the lock isn't part of the job
+}
+
+void JobStaging::CheckWritten() const
+{
+    rlimit limit{};
+    const bool hasLimit = getrlimit(RLIMIT_FSIZE, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+    for (const QString& name : GetNames()) {
+        const QString finalPath = GetFinalPath(name);
+        const Descriptor file(path + u'/' + name, O_RDONLY);
+        struct stat status {
+        };
+        if (!file.IsOpen() || fsync(file.Get()) != 0 || fstat(file.Get(), &status) != 0)
+            FailWriting(Translate("can't write %1: %2").arg(finalPath, GetReason(errno)));
+        if (hasLimit && static_cast<rlim_t>(status.st_size) >= limit.rlim_cur)
+            FailWriting(Translate("can't write %1: it is larger than the limit of %2 bytes")
+                            .arg(finalPath)
+                            .arg(static_cast<qulonglong>(limit.rlim_cur)));
+    }
+    // A device that was full while the job wrote is full still, because nothing has been freed since.
+    if (const int error = WriteProbe(path + u"/.probe"_s))
+        FailWriting(Translate("can't write into the folder %1: %2").arg(folder, GetReason(error)));
+}
+
+void JobStaging::CheckPlaces() const
+{
+    for (const QString& name : GetNames()) {
+        const QFileInfo place(GetFinalPath(name));
+        if (!place.exists())
+            continue;
+        if (place.isDir())
+            FailWriting(Translate("can't write %1: it is a folder").arg(place.filePath()));
+        if (!place.isFile())
+            FailWriting(Translate("can't write %1: it is no regular file").arg(place.filePath()));
+        if (!place.isWritable())
+            FailWriting(Translate("can't write %1: it is write-protected").arg(place.filePath()));
+    }
+}
+
+void JobStaging::KeepPrevious(const QString& name) const
+{
+    // A second name for the old file, so that its place is never empty.
+    QDir(path).mkdir(previousFolder);
+    const QByteArray from = QFile::encodeName(GetFinalPath(name));
+    const QByteArray to = QFile::encodeName(path + u'/' + previousFolder + u'/' + name);
+    if (link(from.constData(), to.constData()) != 0 && errno != ENOENT)
+        QFile::copy(GetFinalPath(name), QFile::decodeName(to)); // a file system without second names
+}
+
+bool JobStaging::RestorePrevious(const QString& name) const
+{
+    const QByteArray previous = QFile::encodeName(path + u'/' + previousFolder + u'/' + name);
+    const QByteArray place = QFile::encodeName(GetFinalPath(name));
+    if (access(previous.constData(), F_OK) == 0)
+        return std::rename(previous.constData(), place.constData()) == 0;
+    return unlink(place.constData()) == 0;
+}
+
+QStringList JobStaging::Commit(const QList<JobStaging*>& places)
+{
+    const QMutexLocker locker(&GetCommitMutex());
+    struct Moved {
+        const JobStaging* place;
+        QString name;
+    };
+    QList<Moved> moved;
+    QStringList finalPaths;
+    for (const JobStaging* place : places) {
+        for (const QString& name : place->GetNames()) {
+            const QString finalPath = place->GetFinalPath(name);
+            place->KeepPrevious(name);
+            const QByteArray from = QFile::encodeName(place->path + u'/' + name);
+            if (std::rename(from.constData(), QFile::encodeName(finalPath).constData()) != 0) {
+                const int error = errno;
+                for (const Moved& done : std::as_const(moved))
+                    done.place->RestorePrevious(done.name);
+                FailWriting(Translate("can't write %1: %2").arg(finalPath, GetReason(error)));
+            }
+            moved.append({place, name});
+            finalPaths.append(finalPath);
+        }
+    }
+    return finalPaths;
+}
+
+void JobStaging::WatchForInterruption()
+{
+    std::signal(SIGXFSZ, SIG_IGN); // a write beyond the limit fails instead, and is told
+    std::signal(SIGPIPE, SIG_IGN); // who doesn't read what we say gets the files all the same
+    static sigset_t watched;
+    sigemptyset(&watched);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        struct sigaction action {
+        };
+        sigaction(number, nullptr, &action);
+        if (action.sa_handler != SIG_IGN) // nohup and job control of shells have a say
+            sigaddset(&watched, number);
+    }
+    pthread_sigmask(SIG_BLOCK, &watched, nullptr);
+    std::thread([] {
+        int number = 0;
+        while (sigwait(&watched, &number) != 0) {
+        }
+        EndBySignal(number);
+    }).detach();
+}

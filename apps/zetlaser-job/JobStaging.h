@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+/*! The place where a job writes: a folder of its own inside the folder of the finished files, hence on the same file
+ *  system, so that moving a file over its predecessor is one step that can't fail for want of room.
+ *
+ *  The library doesn't tell whether its files could be opened and written, so that is found out here: before the job by
+ *  looking at the folder, after it by looking at the files. Every failure is a JobError with CannotWrite.
+ *
+ *  Until Commit the folder of the finished files holds nothing new. The temporary folder goes with the object, at an
+ *  interruption too; what a killed job left is removed by the next job in the same folder. */
+class JobStaging
+{
+public:
+    /*! Makes the temporary folder in \a folder, which must be there. */
+    explicit JobStaging(const QString& folder);
+    ~JobStaging();
+
+    /*! The temporary folder, with an absolute path. */
+    QString GetPath() const { return path; }
+    /*! The finished place of the file \a name of the temporary folder. */
+    QString GetFinalPath(const QString& name) const;
+    /*! Names of the files that the job has made, sorted. */
+    QStringList GetNames() const;
+
+    /*! Throws unless all that was written is on the disk and the disk still takes some more. */
+    void CheckWritten() const;
+    /*! Throws if one of the files can't come to its place: a folder or a device stands there, or a protected file. */
+    void CheckPlaces() const;
+
+    /*! Moves the files of all \a places over, or none: where one can't be moved, those moved before it are taken back.
+     *  Interruptions wait until it is done. Returns the final paths. */
+    static QStringList Commit(const QList<JobStaging*>& places);
+
+    /*! From here on SIGINT, SIGTERM and SIGHUP remove all temporary folders, say so and end the program with 128 plus
+     *  the number of the signal. To be called once, before any other thread is made. */
+    static void WatchForInterruption();
+
+private:
+    Q_DISABLE_COPY_MOVE(JobStaging)
+    void RemoveLeftovers() const;
+    void KeepPrevious(const QString& name) const;
+    bool RestorePrevious(const QString& name) const;
+
+    QString folder;
+    QString path;
+    int lock = -1; //!< file descriptor that holds the lock by which a living job is told from a dead one
+};
