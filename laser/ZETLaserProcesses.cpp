@@ -1,5 +1,6 @@
 #include "laser/ZETLaserProcesses.h"
 
+#include "display/ZETLaserRenderer.h"
 #include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserProcesses_p.h"
@@ -87,14 +88,18 @@ bool ZETLaserProcesses::WriteLaserData()
 
 bool ZETLaserProcesses::DisplayLaserData()
 {
-    return false; // nothing is displayed yet
+    if (!d->renderer)
+        d->renderer = QSharedPointer<ZETLaserRenderer>::create(d->options, d->root);
+    return d->renderer->Render();
 }
 
 void ZETLaserProcesses::EraseLaserData()
 {
+    if (d->renderer)
+        d->renderer->Erase();
 }
 
 ZETLaserProcesses::VisObjects ZETLaserProcesses::GetRenderVisObjects()
 {
-    return VisObjects();
+    return d->renderer ? d->renderer->GetVisObjects() : VisObjects();
 }

@@ -2,11 +2,17 @@
 
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
+#include "laser/ZETLaserEntityProperties.h"
 #include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserProcesses_p.h"
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
+#include "openhost/ZETVisualization/ZETOpenScene.h"
+#include "tests/support/ZETTestModel.h"
+
+#include <ZETMaterial/ZETMatMaterial.h>
+#include <ZETVisualization/ZETVisEnvironment.h>
 
 #include <QFile>
 #include <QLocale>
@@ -57,6 +63,16 @@ QList<double> XsOf(const ZETLaserCurve& curve)
     return xs;
 }
 
+/*! One ply of a material, without a boundary. */
+class Laminate : public ZETTestModel
+{
+public:
+    ZETMatMaterial* material = Add<ZETMatMaterial>(root, "Carbon");
+    ZETCompPly* ply = AddPly(AddSequence(AddLayup("L1"), "S1"), "P1");
+
+    Laminate() { ZETOpenComposites::SetMaterials(*ply, {material}); }
+};
+
 /*! A translator that puts its own mark on the texts of the driver. */
 class MarkingTranslator : public QTranslator
 {
@@ -96,6 +112,8 @@ private slots:
     void typesWithoutAWriterAreNotWritten();
 
     void nothingIsDisplayedBeforeTheFirstDisplay();
+    void treeIsDisplayedAndErased();
+    void rendererIsKept();
 };
 
 void TestLaserProcesses::init()
@@ -305,6 +323,40 @@ void TestLaserProcesses::nothingIsDisplayedBeforeTheFirstDisplay()
     Options options;
     options.GetLaserProcesses()->EraseLaserData();
     QVERIFY(options.GetLaserProcesses()->GetRenderVisObjects().isEmpty());
+}
+
+void TestLaserProcesses::treeIsDisplayedAndErased()
+{
+    const Laminate model;
+    ZETVisEnvironment scene;
+    Options options;
+    options.SetEnvironment(&scene);
+    AddCurve(options, {0.0, 1.0});
+    const auto group = RootOf(options).GetChildren().first();
+    group->setProperty(ZETLaserEntityProperties::ply, QVariant::fromValue(model.ply));
+
+    QVERIFY(options.GetLaserProcesses()->DisplayLaserData());
+    const ZETLaserProcesses::VisObjects objects = options.GetLaserProcesses()->GetRenderVisObjects();
+    QCOMPARE(objects.keys(), (QList<QPointer<ZETFeatObject>>{model.ply}));
+    QCOMPARE(objects.first().keys(), (QList<Options::ELaserSourceType>{Options::SourcePly}));
+    QCOMPARE(ZETOpenScene::GetObjects(scene), objects.first().values());
+
+    options.GetLaserProcesses()->EraseLaserData();
+    QVERIFY(options.GetLaserProcesses()->GetRenderVisObjects().isEmpty());
+    QVERIFY(ZETOpenScene::GetObjects(scene).isEmpty());
+}
+
+void TestLaserProcesses::rendererIsKept()
+{
+    Options options;
+    const auto& record = ZETLaserProcessesPrivate::Of(*options.GetLaserProcesses());
+    QVERIFY(!record.renderer);
+    QVERIFY(options.GetLaserProcesses()->DisplayLaserData()); // an empty tree works
+    const auto renderer = record.renderer;
+    QVERIFY(renderer);
+    options.GetLaserProcesses()->EraseLaserData();
+    QVERIFY(options.GetLaserProcesses()->DisplayLaserData());
+    QCOMPARE(record.renderer, renderer);
 }
 
 QTEST_GUILESS_MAIN(TestLaserProcesses)

@@ -11,6 +11,7 @@
 #include "laser/ZETLaserPoint.h"
 #include "laser/ZETLaserTextEntity.h"
 #include "openhost/ZETFeature/ZETOpenModel.h"
+#include "openhost/ZETGeometry/ZETOpenSurface.h"
 #include "openhost/ZETTopology/ZETOpenBodyBuilder.h"
 #include "openhost/ZETWireframe/ZETOpenWireframe.h"
 
@@ -208,9 +209,16 @@ private:
         job.options.SetAxisSystem(rosette);
     }
 
+    /*! Makes a feature that can't be made from a parent directly, but by the name of its class. */
+    template <typename Feature>
+    Feature* Make() const
+    {
+        return qobject_cast<Feature*>(ZETOpenModel::Create(Feature::staticMetaObject.className(), *job.model));
+    }
+
     void ParseTarget()
     {
-        auto* target = new ZETLaserTarget(job.model);
+        auto* target = Make<ZETLaserTarget>();
         ZETOpenModel::SetLabel(*target, Take("a name"));
         target->SetPoint(new PointFeature(job.model, ToPoint(Take("a point"))));
         target->SetDrift(Accept("drift"_L1));
@@ -219,7 +227,7 @@ private:
 
     void ParseProjector()
     {
-        auto* projector = new ZETLaserProjector(job.model);
+        auto* projector = Make<ZETLaserProjector>();
         ZETOpenModel::SetLabel(*projector, Take("a name"));
         QList<ZETLaserTarget*> targets;
         Expect("{"_L1);
