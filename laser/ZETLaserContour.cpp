@@ -7,7 +7,14 @@ ZETLaserContour::ZETLaserContour(QSharedPointer<QObject> parent)
 {
 }
 
-ZETLaserContour::~ZETLaserContour() = default;
+ZETLaserContour::~ZETLaserContour()
+{
+    // A curve that somebody else still holds must not be deleted a second time by this contour as its QObject parent.
+    for (const QSharedPointer<ZETLaserCurve>& curve : std::as_const(curves)) {
+        if (curve)
+            curve->setParent(nullptr);
+    }
+}
 
 void ZETLaserContour::AddCurve(QSharedPointer<ZETLaserCurve> curve)
 {

@@ -9,7 +9,10 @@ ZETLaserGroup::ZETLaserGroup(QSharedPointer<QObject> parent)
 {
 }
 
-ZETLaserGroup::~ZETLaserGroup() = default;
+ZETLaserGroup::~ZETLaserGroup()
+{
+    Clear();
+}
 
 void ZETLaserGroup::AddGroup(QSharedPointer<ZETLaserGroup> group)
 {
@@ -48,6 +51,11 @@ void ZETLaserGroup::AddLeaf(QSharedPointer<ZETLaserEntity> leaf)
 
 void ZETLaserGroup::Clear()
 {
+    // A child that somebody else still holds must not be deleted a second time by this group as its QObject parent.
+    for (const QSharedPointer<ZETLaserEntity>& child : std::as_const(children)) {
+        if (child)
+            child->setParent(nullptr);
+    }
     children.clear();
     onlyGroups = true;
     onlyLeaves = true;
