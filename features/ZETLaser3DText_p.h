@@ -13,6 +13,8 @@ class ZETLaser3DTextPrivate
 public:
     virtual ~ZETLaser3DTextPrivate() = default;
 
+    static ZETLaser3DTextPrivate& Of(ZETLaser3DText& feature) { return *feature.d_func(); }
+
     /*! Called once, by the constructor of ZETLaser3DText. A subclass calls its base first. */
     virtual void MakeProperties(ZETLaser3DText* owner)
     {

@@ -16,6 +16,8 @@ public:
     }
     virtual ~ZETLaserExtraGeometryPrivate() = default;
 
+    static ZETLaserExtraGeometryPrivate& Of(ZETLaserExtraGeometry& feature) { return *feature.d_func(); }
+
     ZETFeatValueProperty<ZETLaserExtraGeometry::ScopeType> scope;
     ZETFeatValueProperty<ZETLaserExtraGeometry::OutputFilters> filters;
 };

@@ -15,6 +15,8 @@ public:
     }
     virtual ~ZETLaserParameterPrivate() = default;
 
+    static ZETLaserParameterPrivate& Of(ZETLaserParameter& feature) { return *feature.d_func(); }
+
     ZETFeatValueProperty<ZETLaserParameter::ParameterType> type;
     ZETFeatValueProperty<QString> text;
 };

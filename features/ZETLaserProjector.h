@@ -61,9 +61,9 @@ Q_SIGNALS:
     void TargetsChanged(const QList<ZETLaserTarget*>& targets);
 
 private:
-    /*! Creates the projector as the last child of \a parent, which must not be null. Made through the meta-object only.
-     */
-    Q_INVOKABLE explicit ZETLaserProjector(ZETFeatObject* parent);
+    /*! Creates the projector as the last child of \a parent, which must not be null. The host makes projectors by the
+     * name of their class, with the loading constructor. */
+    explicit ZETLaserProjector(ZETFeatObject* parent);
     /*! Never called: a feature class without its loading constructor shall not build. */
     void _constructor_checker() { ZETLaserProjector(nullptr, ZETGeoGeometryRef()); }
 

@@ -17,6 +17,10 @@ public:
     }
     virtual ~ZETLaserProjectorPrivate() = default;
 
+    static ZETLaserProjectorPrivate& Of(ZETLaserProjector& feature) { return *feature.d_func(); }
+    /*! A new projector below \a parent, whose container owns it. */
+    static ZETLaserProjector* Make(ZETFeatObject* parent) { return new ZETLaserProjector(parent); }
+
     ZETFeatValueProperty<QString> comment;
     ZETFeatObjectListProperty<ZETLaserTarget> targets;
 };

@@ -73,8 +73,9 @@ Q_SIGNALS:
     void PointChanged(ZETFeatGeometry* point);
 
 private:
-    /*! Creates the target as the last child of \a parent, which must not be null. Made through the meta-object only. */
-    Q_INVOKABLE explicit ZETLaserTarget(ZETFeatObject* parent);
+    /*! Creates the target as the last child of \a parent, which must not be null. The host makes targets by the name of
+     *  their class, with the loading constructor. */
+    explicit ZETLaserTarget(ZETFeatObject* parent);
     /*! Never called: a feature class without its loading constructor shall not build. */
     void _constructor_checker() { ZETLaserTarget(nullptr, ZETGeoGeometryRef()); }
 

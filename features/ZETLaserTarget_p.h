@@ -17,6 +17,10 @@ public:
     }
     virtual ~ZETLaserTargetPrivate() = default;
 
+    static ZETLaserTargetPrivate& Of(ZETLaserTarget& feature) { return *feature.d_func(); }
+    /*! A new target below \a parent, whose container owns it. */
+    static ZETLaserTarget* Make(ZETFeatObject* parent) { return new ZETLaserTarget(parent); }
+
     ZETFeatValueProperty<QString> comment;
     ZETFeatValueProperty<bool> isDrift;
     ZETFeatObjectProperty<ZETFeatGeometry> point;
