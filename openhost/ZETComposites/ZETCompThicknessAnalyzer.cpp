@@ -125,8 +125,8 @@ bool ZETCompThicknessAnalyzerPrivate::Outline::IsNear(const ZETMathPoint& point,
     return false;
 }
 
-ZETCompThicknessAnalyzerPrivate::Cover::Cover(const Boundaries& boundaries)
-    : boundaries(boundaries)
+ZETCompThicknessAnalyzerPrivate::Cover::Cover(const Boundaries& closed)
+    : boundaries(closed)
 {
     QMap<const ZETGeoSurface*, QList<const ZETGeoCurveOnSurface*>> bySurface;
     for (const auto& boundary : boundaries) {

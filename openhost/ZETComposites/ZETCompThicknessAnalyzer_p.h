@@ -42,7 +42,7 @@ public:
     class Cover
     {
     public:
-        explicit Cover(const Boundaries& boundaries);
+        explicit Cover(const Boundaries& closed);
         bool IsMadeOf(const Boundaries& other) const { return boundaries == other; }
         bool Holds(const ZETGeoLocationOnSurface& location, double tolerance) const;
 

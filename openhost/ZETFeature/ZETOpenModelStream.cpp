@@ -374,13 +374,11 @@ private:
 
 QByteArray ZETOpenModelStream::Save(const ZETFeatContainer& container)
 {
-    const ZETOpenShapeStore::Session session; // surfaces that features share are saved once
     return Writer(container).Write();
 }
 
 std::unique_ptr<ZETFeatContainer> ZETOpenModelStream::Load(const QByteArray& bytes)
 {
-    const ZETOpenShapeStore::Session session;
     return Reader(bytes).Read();
 }
 
