@@ -12,6 +12,7 @@
 #include <QString>
 
 #include <memory>
+#include <vector>
 
 class ZETCompFlatPattern;
 class ZETCompLayup;
@@ -25,6 +26,7 @@ class ZETCompSubPly;
 class ZETCompThicknessAnalyzer;
 class ZETFeatGeometry;
 class ZETFeatObject;
+class ZETGeoComboCurve;
 class ZETGeoCurveOnSurface;
 class ZETGeoSurface;
 class ZETLaserContour;
@@ -33,6 +35,7 @@ class ZETLaserExtraGeometry;
 class ZETMatMaterial;
 class ZETMathAxis;
 class ZETMathPoint;
+class ZETTopNet;
 
 /*! Reads a composite model. Each layup with a selected ply, and each of its sequences if plies are nested within
  *  sequences, gets a group; each selected ply and sub-ply gets a group with one contour and the entities of its extra
@@ -65,6 +68,7 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(ZETLaserReaderComposites)
     friend class TestReaderBoundary; // the form of the offset boundary that nothing asks for yet
+    friend class TestReaderRosette;  // the message about a sub-ply without a ply, which no walk comes to
 
     using ExtraGeometries = QList<ZETLaserExtraGeometry*>;
     using ExtraSlot = QPointer<ZETLaserExtraGeometry>;
@@ -102,16 +106,20 @@ private:
 
     void ReadBoundaries(QSharedPointer<ZETLaserContour> contour, ZETCompPlyBase* ply);
     void ReadBoundaryCurve(QSharedPointer<ZETLaserContour> contour, const QString& label, const int& number,
-                           ZETGeoCurveOnSurface* curve);
+                           const ZETGeoCurveOnSurface* curve);
     /*! With \a applyThickness each point is lifted along its normal by what lies beneath. */
     void ReadOffsetBoundaryCurve(ZETCompPlyBase* ply, QSharedPointer<ZETLaserContour> contour, const QString& label,
-                                 const int& number, ZETGeoCurveOnSurface* curve, bool applyThickness);
+                                 const int& number, const ZETGeoCurveOnSurface* curve, bool applyThickness);
     void ReadFlatContours(QSharedPointer<ZETLaserContour> contour, ZETCompPlyBase* ply, ZETCompFlatPattern* flatPattern,
                           const ZETMathAxis& axis);
     /*! A curve for each net of the geometry's body. The curves are named \a pattern of \a first and \a second; an empty
      *  \a second is set to the number of the first net. \a axis takes the points to the frame of the result. */
     void ReadFlatCurves(QSharedPointer<ZETLaserContour> contour, ZETFeatGeometry* geometry, const QString& pattern,
                         const QString& first, QString& second, const ZETMathAxis& axis);
+
+    void ReadNetPoints(ZETLaserCurve& target, const ZETTopNet& net, const ZETMathAxis& axis) const;
+    /*! Appends the points of one edge, in its own order; \a last is the end of the edge before, and becomes its own. */
+    void AppendEdge(std::vector<ZETMathPoint>& points, const ZETGeoComboCurve& edge, ZETMathPoint& last) const;
 
     /*! Where a curve on a surface is to be sampled, handed on one by one, in order of travel. */
     template <typename Visit>
@@ -156,6 +164,8 @@ private:
     // ---- Extra geometry ----
 
     void ReadExtraGeometry(ZETLaserExtraGeometry* feature, QSharedPointer<ZETLaserGroup> group);
+    /*! A contour with the curves of one geometry, in model coordinates whatever the output type. */
+    void ReadExtraCurves(QSharedPointer<ZETLaserGroup> group, ZETFeatGeometry* geometry, const QString& label);
 
     // ---- Memory of the walk ----
 
