@@ -1,0 +1,644 @@
+#include "openhost/ZETGeometry/ZETOpenComboCurve.h"
+#include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
+#include "openhost/ZETGeometry/ZETOpenShapeFile.h"
+#include "openhost/ZETGeometry/ZETOpenSurface.h"
+
+#include <ZETMathematics/ZETMathAxis.h>
+#include <ZETSystem/ZETSysException.h>
+
+#include <BRep_Builder.hxx>
+#include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
+#include <BRepBuilderAPI_MakeWire.hxx>
+#include <BRepPrimAPI_MakeBox.hxx>
+#include <BRepTools.hxx>
+#include <gp_Circ.hxx>
+#include <gp_Cylinder.hxx>
+#include <gp_Pln.hxx>
+#include <IGESControl_Controller.hxx>
+#include <IGESControl_Writer.hxx>
+#include <IGESData_IGESEntity.hxx>
+#include <IGESData_IGESModel.hxx>
+#include <Interface_Static.hxx>
+#include <Message.hxx>
+#include <Message_Messenger.hxx>
+#include <Standard_Failure.hxx>
+#include <STEPControl_Controller.hxx>
+#include <STEPControl_Writer.hxx>
+#include <StepRepr_RepresentationItem.hxx>
+#include <StepShape_EdgeCurve.hxx>
+#include <StepShape_FaceSurface.hxx>
+#include <TCollection_HAsciiString.hxx>
+#include <TopExp.hxx>
+#include <TopExp_Explorer.hxx>
+#include <TopoDS.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <Transfer_FinderProcess.hxx>
+#include <TransferBRep.hxx>
+#include <TransferBRep_ShapeMapper.hxx>
+#include <XSControl_TransferWriter.hxx>
+#include <XSControl_WorkSession.hxx>
+
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTest>
+
+#include <cmath>
+#include <numbers>
+
+namespace
+{
+using std::numbers::pi;
+
+/*! A quarter of a cylinder of radius 100 about z, from 0 to 200 in height. */
+TopoDS_Face MakeQuarter()
+{
+    return BRepBuilderAPI_MakeFace(gp_Cylinder(gp_Ax3(), 100.0), 0.0, 0.5 * pi, 0.0, 200.0);
+}
+
+/*! A square from 0 to 100 in the plane z = 0, with a round hole of radius 20 in its middle. */
+TopoDS_Face MakePlate()
+{
+    BRepBuilderAPI_MakeFace maker(gp_Pln(), 0.0, 100.0, 0.0, 100.0);
+    const gp_Circ circle(gp_Ax2(gp_Pnt(50.0, 50.0, 0.0), gp_Dir(0.0, 0.0, 1.0)), 20.0);
+    maker.Add(TopoDS::Wire(BRepBuilderAPI_MakeWire(BRepBuilderAPI_MakeEdge(circle)).Wire().Reversed()));
+    return maker.Face();
+}
+
+TopoDS_Compound MakeCompound(const QList<TopoDS_Shape>& shapes)
+{
+    TopoDS_Compound compound;
+    BRep_Builder builder;
+    builder.MakeCompound(compound);
+    for (const TopoDS_Shape& shape : shapes)
+        builder.Add(compound, shape);
+    return compound;
+}
+
+void WriteStep(const TopoDS_Shape& shape, const char* path, const char* unit = "MM",
+               const QList<std::pair<TopoDS_Shape, QByteArray>>& names = {})
+{
+    STEPControl_Controller::Init();
+    Interface_Static::SetCVal("write.step.unit", unit);
+    STEPControl_Writer writer;
+    QCOMPARE(writer.Transfer(shape, STEPControl_AsIs), IFSelect_RetDone);
+    const auto process = writer.WS()->TransferWriter()->FinderProcess();
+    for (const auto& [named, name] : names) {
+        const Handle(TransferBRep_ShapeMapper) mapper = TransferBRep::ShapeMapper(process, named);
+        Handle(StepRepr_RepresentationItem) item;
+        if (named.ShapeType() == TopAbs_FACE) {
+            Handle(StepShape_FaceSurface) face;
+            QVERIFY(process->FindTypedTransient(mapper, STANDARD_TYPE(StepShape_FaceSurface), face));
+            item = face;
+        } else {
+            Handle(StepShape_EdgeCurve) edge;
+            QVERIFY(process->FindTypedTransient(mapper, STANDARD_TYPE(StepShape_EdgeCurve), edge));
+            item = edge;
+        }
+        item->SetName(new TCollection_HAsciiString(name.constData()));
+    }
+    QCOMPARE(writer.Write(path), IFSelect_RetDone);
+    Interface_Static::SetCVal("write.step.unit", "MM");
+}
+
+void WriteIges(const TopoDS_Shape& shape, const char* path, const char* unit = "MM")
+{
+    IGESControl_Controller::Init();
+    IGESControl_Writer writer(unit, 0);
+    QVERIFY(writer.AddShape(shape));
+    writer.ComputeModel();
+    QVERIFY(writer.Write(path));
+}
+
+void WriteBrep(const TopoDS_Shape& shape, const char* path)
+{
+    QVERIFY(BRepTools::Write(shape, path));
+}
+
+void WriteBytes(const char* path, const QByteArray& bytes)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+QByteArray ReadBytes(const char* path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/*! What reading says against the file; empty if nothing. */
+QString GetFault(const QString& path, std::optional<double> scale = std::nullopt)
+{
+    try {
+        const ZETOpenShapeFile file(path, scale);
+    } catch (const ZETSysException& exception) {
+        return exception.GetMessage();
+    }
+    return QString();
+}
+
+bool IsNear(const ZETMathPoint& a, const ZETMathPoint& b, double tolerance = 1e-6)
+{
+    return a.GetDistanceTo(b) <= tolerance;
+}
+} // namespace
+
+class TestOpenShapeFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void everyFormatGivesTheSameFace_data();
+    void everyFormatGivesTheSameFace();
+    void declaredUnitsAreConverted_data();
+    void declaredUnitsAreConverted();
+    void scaleOverridesTheDeclaredUnit_data();
+    void scaleOverridesTheDeclaredUnit();
+    void reversedFaceKeepsItsNormal_data();
+    void reversedFaceKeepsItsNormal();
+    void facesAreFoundByName();
+    void igesNamesAreRead();
+    void nameOfABodyStandsForItsFaces();
+    void holeIsNotPartOfTheFace();
+    void edgesOfAFaceKeepTheirCurves();
+    void wireRunsRoundTheFace();
+    void looseEdgeIsProjected();
+    void edgesOfOneNameMakeAChain();
+    void polylineOfAnEdge();
+    void unknownNamesAndIndicesAreTold();
+    void sameFaceIsTheSameSurface();
+    void surfacesOutliveTheFile();
+    void filesThatAreNoneAreTold_data();
+    void filesThatAreNoneAreTold();
+    void filesCutShortAreTold_data();
+    void filesCutShortAreTold();
+    void igesOfMissingLinesIsTold();
+    void stepWithDamagedLinesIsReadOrRefused();
+    void bladeOfTheExample();
+};
+
+void TestOpenShapeFile::initTestCase()
+{
+    // The writers talk as the readers do.
+    Message::DefaultMessenger()->ChangePrinters().Clear();
+}
+
+void TestOpenShapeFile::everyFormatGivesTheSameFace_data()
+{
+    QTest::addColumn<QString>("format");
+    QTest::newRow("STEP") << "STEP";
+    QTest::newRow("IGES") << "IGES";
+    QTest::newRow("BREP") << "BREP";
+}
+
+void TestOpenShapeFile::everyFormatGivesTheSameFace()
+{
+    QFETCH(QString, format);
+    // The ending doesn't matter, the content does.
+    const char* const path = "quarter.dat";
+    if (format == "STEP")
+        WriteStep(MakeQuarter(), path);
+    else if (format == "IGES")
+        WriteIges(MakeQuarter(), path);
+    else
+        WriteBrep(MakeQuarter(), path);
+    const ZETOpenShapeFile file(path);
+    QCOMPARE(file.GetFormat(), format);
+    QCOMPARE(file.GetUnitInMillimetres(), 1.0);
+    QCOMPARE(file.GetNumFaces(), 1);
+    const auto surface = file.GetSingleFace();
+    const auto location = surface->Project({120.0, 160.0, 50.0});
+    QVERIFY(IsNear(location.GetPoint(), {60.0, 80.0, 50.0}));
+    const auto normal = surface->GetNormal(location);
+    QVERIFY(std::abs(std::abs(normal * ZETMathVector(0.6, 0.8, 0.0)) - 1.0) < 1e-9);
+    QVERIFY(IsNear(surface->Project({-50.0, 120.0, 250.0}).GetPoint(), {0.0, 100.0, 200.0}));
+    const auto box = surface->GetBoundingBox();
+    QVERIFY(IsNear(box.GetLowerPoint(), {0.0, 0.0, 0.0}, 1e-3));
+    QVERIFY(IsNear(box.GetUpperPoint(), {100.0, 100.0, 200.0}, 1e-3));
+}
+
+void TestOpenShapeFile::declaredUnitsAreConverted_data()
+{
+    QTest::addColumn<QByteArray>("unit");
+    QTest::addColumn<double>("millimetres");
+    QTest::newRow("metres") << QByteArray("M") << 1000.0;
+    QTest::newRow("inches") << QByteArray("INCH") << 25.4;
+    QTest::newRow("centimetres") << QByteArray("CM") << 10.0;
+}
+
+void TestOpenShapeFile::declaredUnitsAreConverted()
+{
+    QFETCH(QByteArray, unit);
+    QFETCH(double, millimetres);
+    WriteStep(MakeQuarter(), "unit.step", unit.constData());
+    const ZETOpenShapeFile step("unit.step");
+    QCOMPARE(step.GetUnitInMillimetres(), millimetres);
+    QVERIFY(IsNear(step.GetSingleFace()->Project({120.0, 160.0, 50.0}).GetPoint(), {60.0, 80.0, 50.0}));
+    WriteIges(MakeQuarter(), "unit.iges", unit.constData());
+    const ZETOpenShapeFile iges("unit.iges");
+    QCOMPARE(iges.GetUnitInMillimetres(), millimetres);
+    QVERIFY(IsNear(iges.GetSingleFace()->Project({120.0, 160.0, 50.0}).GetPoint(), {60.0, 80.0, 50.0}));
+}
+
+void TestOpenShapeFile::scaleOverridesTheDeclaredUnit_data()
+{
+    QTest::addColumn<QByteArray>("unit");
+    QTest::addColumn<double>("scale");
+    QTest::addColumn<double>("radius");
+    // The file's numbers are 100 in mm, and 0.1 in m.
+    QTest::newRow("mm as mm") << QByteArray("MM") << 1.0 << 100.0;
+    QTest::newRow("mm as inches") << QByteArray("MM") << 25.4 << 2540.0;
+    QTest::newRow("m as mm") << QByteArray("M") << 1.0 << 0.1;
+    QTest::newRow("m as cm") << QByteArray("M") << 10.0 << 1.0;
+}
+
+void TestOpenShapeFile::scaleOverridesTheDeclaredUnit()
+{
+    QFETCH(QByteArray, unit);
+    QFETCH(double, scale);
+    QFETCH(double, radius);
+    WriteStep(MakeQuarter(), "scale.step", unit.constData());
+    const ZETOpenShapeFile file("scale.step", scale);
+    const auto surface = file.GetSingleFace();
+    QVERIFY(IsNear(surface->Project({6.0 * radius, 8.0 * radius, 0.5 * radius}).GetPoint(),
+                   {0.6 * radius, 0.8 * radius, 0.5 * radius}, 1e-6 * radius));
+    // The edges' own curves are scaled as well.
+    for (int i = 0; i < file.GetNumEdges(); ++i) {
+        const double length = file.GetEdge(i, surface)->GetLength();
+        QVERIFY(std::abs(length - 2.0 * radius) < 1e-6 * radius ||
+                std::abs(length - 0.5 * pi * radius) < 1e-6 * radius);
+    }
+}
+
+void TestOpenShapeFile::reversedFaceKeepsItsNormal_data()
+{
+    // Without IGES, where a trimmed surface has no orientation of its own.
+    QTest::addColumn<QString>("format");
+    QTest::newRow("STEP") << "STEP";
+    QTest::newRow("BREP") << "BREP";
+}
+
+void TestOpenShapeFile::reversedFaceKeepsItsNormal()
+{
+    QFETCH(QString, format);
+    for (const bool reversed : {false, true}) {
+        const TopoDS_Shape face = reversed ? MakeQuarter().Reversed() : TopoDS_Shape(MakeQuarter());
+        if (format == "STEP")
+            WriteStep(face, "reversed.dat");
+        else
+            WriteBrep(face, "reversed.dat");
+        const ZETOpenShapeFile file("reversed.dat");
+        const auto surface = file.GetSingleFace();
+        const auto normal = surface->GetNormal(surface->Project({60.0, 80.0, 50.0}));
+        QVERIFY(std::abs(normal * ZETMathVector(0.6, 0.8, 0.0) - (reversed ? -1.0 : 1.0)) < 1e-9);
+    }
+}
+
+void TestOpenShapeFile::facesAreFoundByName()
+{
+    const TopoDS_Face quarter = MakeQuarter();
+    const TopoDS_Face plate = MakePlate();
+    WriteStep(MakeCompound({quarter, plate}), "named.step", "MM",
+              {{quarter, "tool side"}, {plate, "plate \\X2\\00E400DF\\X0\\"}});
+    const ZETOpenShapeFile file("named.step");
+    QCOMPARE(file.GetNumFaces(), 2);
+    QCOMPARE(file.GetFaceName(0), "tool side");
+    QCOMPARE(file.GetFaceName(1), QString::fromUtf8("plate \xc3\xa4\xc3\x9f"));
+    const auto surface = file.GetFace(QString("tool side"));
+    QCOMPARE(surface->GetName(), "tool side");
+    QVERIFY(!surface->IsPlane());
+    QVERIFY(file.GetFace(file.GetFaceName(1))->IsPlane());
+    QVERIFY(file.GetFaceNames().startsWith("tool side"));
+}
+
+void TestOpenShapeFile::igesNamesAreRead()
+{
+    IGESControl_Controller::Init();
+    IGESControl_Writer writer("MM", 1);
+    QVERIFY(writer.AddShape(MakeQuarter()));
+    QVERIFY(writer.AddShape(MakePlate()));
+    writer.ComputeModel();
+    int count = 0;
+    const auto model = writer.Model();
+    for (int i = 1; i <= model->NbEntities(); ++i) {
+        // Type 144 is a trimmed surface, 510 a face.
+        const auto entity = model->Entity(i);
+        if (entity->TypeNumber() == 144 || entity->TypeNumber() == 510)
+            entity->SetLabel(new TCollection_HAsciiString(++count == 1 ? "SIDE" : "PLATE"));
+    }
+    QCOMPARE(count, 2);
+    QVERIFY(writer.Write("named.iges"));
+    const ZETOpenShapeFile file("named.iges");
+    QCOMPARE(file.GetNumFaces(), 2);
+    QVERIFY(!file.GetFace(QString("SIDE"))->IsPlane());
+    QVERIFY(file.GetFace(QString("PLATE"))->Project({10.0, 10.0, 5.0}).GetPoint().GetDistanceTo({10.0, 10.0, 0.0}) <
+            1e-6);
+}
+
+void TestOpenShapeFile::nameOfABodyStandsForItsFaces()
+{
+    WriteStep(BRepPrimAPI_MakeBox(10.0, 20.0, 30.0).Solid(), "box.step");
+    const ZETOpenShapeFile box("box.step");
+    QCOMPARE(box.GetNumFaces(), 6);
+    QCOMPARE(box.GetFaceNames().size(), 1); // the product's
+    const QString product = box.GetFaceNames().first();
+    QString fault;
+    try {
+        box.GetFace(product);
+    } catch (const ZETSysException& exception) {
+        fault = exception.GetMessage();
+    }
+    QCOMPARE(fault, QString("box.step: \"%1\" stands for 6 faces").arg(product));
+    WriteStep(MakeQuarter(), "quarter.step");
+    const ZETOpenShapeFile quarter("quarter.step");
+    QCOMPARE(quarter.GetFace(quarter.GetFaceNames().first()), quarter.GetFace(0));
+}
+
+void TestOpenShapeFile::holeIsNotPartOfTheFace()
+{
+    for (const char* path : {"plate.step", "plate.brep", "plate.iges"}) {
+        if (QByteArray(path).endsWith("step"))
+            WriteStep(MakePlate(), path);
+        else if (QByteArray(path).endsWith("brep"))
+            WriteBrep(MakePlate(), path);
+        else
+            WriteIges(MakePlate(), path);
+        const ZETOpenShapeFile file(path);
+        const auto plate = file.GetSingleFace();
+        QVERIFY(IsNear(plate->Project({10.0, 10.0, 3.0}).GetPoint(), {10.0, 10.0, 0.0}));
+        QVERIFY(IsNear(plate->Project({60.0, 50.0, 3.0}).GetPoint(), {70.0, 50.0, 0.0}));
+        QVERIFY(IsNear(plate->Project({50.0, 38.0, -3.0}).GetPoint(), {50.0, 30.0, 0.0}));
+    }
+}
+
+void TestOpenShapeFile::edgesOfAFaceKeepTheirCurves()
+{
+    WriteBrep(MakeQuarter(), "quarter.brep");
+    const ZETOpenShapeFile file("quarter.brep");
+    QCOMPARE(file.GetNumEdges(), 4);
+    const auto surface = file.GetSingleFace();
+    int arcs = 0;
+    for (int i = 0; i < 4; ++i) {
+        const auto curve = file.GetEdge(i, surface);
+        QCOMPARE(curve->GetNumSegments(), 1);
+        QVERIFY(!curve->IsClosed());
+        QCOMPARE(curve->GetSurface(), surface.Get());
+        if (std::abs(curve->GetLength() - 50.0 * pi) < 1e-6)
+            ++arcs;
+        else
+            QVERIFY(std::abs(curve->GetLength() - 200.0) < 1e-6);
+    }
+    QCOMPARE(arcs, 2);
+}
+
+void TestOpenShapeFile::wireRunsRoundTheFace()
+{
+    WriteBrep(MakeQuarter(), "quarter.brep");
+    const ZETOpenShapeFile quarter("quarter.brep");
+    QCOMPARE(quarter.GetNumWires(), 1);
+    const auto boundary = quarter.GetWire(0, quarter.GetSingleFace());
+    QVERIFY(boundary->IsClosed());
+    QCOMPARE(boundary->GetNumSegments(), 4);
+    QVERIFY(std::abs(boundary->GetLength() - (400.0 + 100.0 * pi)) < 1e-6);
+    // One after the other: where one segment ends the next begins.
+    for (int i = 0; i < 4; ++i) {
+        const auto end = ZETGeoLocationOnCurve(boundary.Get(), i + 1 - 1e-12).GetMathPoint();
+        QVERIFY(IsNear(end, boundary->GetLocation((i + 1) % 4).GetMathPoint()));
+    }
+    WriteBrep(MakePlate(), "plate.brep");
+    const ZETOpenShapeFile plate("plate.brep");
+    QCOMPARE(plate.GetNumWires(), 2);
+    const auto hole = plate.GetWire(1, plate.GetSingleFace());
+    QVERIFY(hole->IsClosed());
+    QCOMPARE(hole->GetNumSegments(), 1);
+    QVERIFY(std::abs(hole->GetLength() - 40.0 * pi) < 1e-6);
+}
+
+void TestOpenShapeFile::looseEdgeIsProjected()
+{
+    // Straight lines and a circle 5 mm above the plate, and a chord of the cylinder.
+    const gp_Circ circle(gp_Ax2(gp_Pnt(50.0, 50.0, 5.0), gp_Dir(0.0, 0.0, 1.0)), 40.0);
+    WriteBrep(MakeCompound({MakePlate(), BRepBuilderAPI_MakeEdge(gp_Pnt(5.0, 5.0, 5.0), gp_Pnt(95.0, 5.0, 5.0)),
+                            BRepBuilderAPI_MakeEdge(circle, 0.0, pi)}),
+              "loose.brep");
+    const ZETOpenShapeFile file("loose.brep");
+    const auto plate = file.GetSingleFace();
+    const int count = file.GetNumEdges();
+    const auto line = file.GetEdge(count - 2, plate);
+    QVERIFY(std::abs(line->GetLength() - 90.0) < 1e-9);
+    QVERIFY(IsNear(line->GetLocation(45.0, nullptr).GetMathPoint(), {50.0, 5.0, 0.0}));
+    const auto arc = file.GetEdge(count - 1, plate);
+    QVERIFY(std::abs(arc->GetLength() - 40.0 * pi) < 1e-2);
+    QVERIFY(IsNear(arc->GetLocation(20.0 * pi, nullptr).GetMathPoint(), {50.0, 90.0, 0.0}, 1e-2));
+}
+
+void TestOpenShapeFile::edgesOfOneNameMakeAChain()
+{
+    const TopoDS_Face quarter = MakeQuarter();
+    TopTools_IndexedMapOfShape edges;
+    TopExp::MapShapes(quarter, TopAbs_EDGE, edges);
+    QList<std::pair<TopoDS_Shape, QByteArray>> names;
+    for (int i = 1; i <= 3; ++i)
+        names.append({edges(i), i < 3 ? "seed" : "other"});
+    WriteStep(quarter, "edges.step", "MM", names);
+    const ZETOpenShapeFile file("edges.step");
+    QCOMPARE(file.GetCurveNames(), QStringList({"seed", "other"}));
+    const auto surface = file.GetSingleFace();
+    const auto other = file.GetCurve("other", surface);
+    QCOMPARE(other->GetName(), "other");
+    QCOMPARE(other->GetNumSegments(), 1);
+    const auto seed = file.GetCurve("seed", surface);
+    QCOMPARE(seed->GetNumSegments(), 2);
+    QVERIFY(!seed->IsClosed());
+    QVERIFY(std::abs(seed->GetLength() - (200.0 + 50.0 * pi)) < 1e-6);
+}
+
+void TestOpenShapeFile::polylineOfAnEdge()
+{
+    const TopoDS_Face quarter = MakeQuarter();
+    TopTools_IndexedMapOfShape edges;
+    TopExp::MapShapes(quarter, TopAbs_EDGE, edges);
+    QList<std::pair<TopoDS_Shape, QByteArray>> names;
+    for (int i = 1; i <= 4; ++i)
+        names.append({edges(i), "edge " + QByteArray::number(i)});
+    WriteStep(quarter, "polyline.step", "MM", names);
+    const ZETOpenShapeFile file("polyline.step");
+    int arcs = 0;
+    for (int i = 1; i <= 4; ++i) {
+        const auto polylines = file.GetPolylines(QString("edge %1").arg(i), 0.1);
+        QCOMPARE(polylines.size(), 1);
+        const auto& polyline = polylines.first();
+        if (polyline->GetNumPoints() > 2) {
+            ++arcs;
+            QVERIFY(polyline->GetLength() < 50.0 * pi && polyline->GetLength() > 50.0 * pi - 0.5);
+        } else {
+            QVERIFY(std::abs(polyline->GetLength() - 200.0) < 1e-9);
+        }
+    }
+    QCOMPARE(arcs, 2);
+    QVERIFY_EXCEPTION_THROWN(file.GetPolylines("edge 1", 0.0), ZETSysException);
+    QVERIFY_EXCEPTION_THROWN(file.GetPolylines("edge 9", 0.1), ZETSysException);
+}
+
+void TestOpenShapeFile::unknownNamesAndIndicesAreTold()
+{
+    const TopoDS_Face quarter = MakeQuarter();
+    const TopoDS_Face plate = MakePlate();
+    WriteStep(MakeCompound({quarter, plate}), "unknown.step", "MM", {{quarter, "side"}, {plate, "plate"}});
+    const ZETOpenShapeFile file("unknown.step");
+    const auto surface = file.GetFace(0);
+    const auto getFault = [](auto&& call) {
+        try {
+            call();
+        } catch (const ZETSysException& exception) {
+            return exception.GetMessage();
+        }
+        return QString();
+    };
+    QVERIFY(getFault([&] {
+                file.GetFace(QString("Side"));
+            }).startsWith("unknown.step: no face is called \"Side\"; its names are side, plate"));
+    QVERIFY(getFault([&] { file.GetFace(QString()); }).startsWith("unknown.step: no face is called \"\""));
+    QCOMPARE(getFault([&] { file.GetFace(2); }), "unknown.step: there is no face 2, the file holds 2 faces");
+    QCOMPARE(getFault([&] { file.GetFace(-1); }), "unknown.step: there is no face -1, the file holds 2 faces");
+    QVERIFY(getFault([&] {
+                file.GetSingleFace();
+            }).startsWith("unknown.step: the file holds 2 faces, so one has to be named; its names are side, plate"));
+    QCOMPARE(getFault([&] { file.GetEdge(99, surface); }), "unknown.step: there is no edge 99, the file holds 9 edges");
+    QCOMPARE(getFault([&] { file.GetWire(99, surface); }), "unknown.step: there is no wire 99, the file holds 3 wires");
+    QCOMPARE(getFault([&] { file.GetCurve("seed", surface); }),
+             "unknown.step: no edge or wire is called \"seed\"; it has no names");
+    QCOMPARE(getFault([&] { file.GetEdge(0, nullptr); }), "unknown.step: a curve on a surface needs a surface");
+}
+
+void TestOpenShapeFile::sameFaceIsTheSameSurface()
+{
+    WriteBrep(MakeQuarter(), "same.brep");
+    const ZETOpenShapeFile file("same.brep");
+    QCOMPARE(file.GetFace(0), file.GetSingleFace());
+}
+
+void TestOpenShapeFile::surfacesOutliveTheFile()
+{
+    WriteBrep(MakeQuarter(), "gone.brep");
+    ZETOpenRef<ZETOpenSurface> surface;
+    ZETOpenRef<ZETOpenCurveOnSurface> curve;
+    {
+        const ZETOpenShapeFile file("gone.brep");
+        surface = file.GetSingleFace();
+        curve = file.GetWire(0, surface);
+    }
+    QVERIFY(IsNear(surface->Project({120.0, 160.0, 50.0}).GetPoint(), {60.0, 80.0, 50.0}));
+    QVERIFY(std::abs(curve->GetLength() - (400.0 + 100.0 * pi)) < 1e-6);
+}
+
+void TestOpenShapeFile::filesThatAreNoneAreTold_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("fault");
+    QTest::newRow("empty") << QByteArray() << "none.dat: it is empty";
+    QTest::newRow("blank") << QByteArray(" \n\n") << "none.dat: it is empty";
+    QTest::newRow("text") << QByteArray("hello\n") << "none.dat: it is no STEP, IGES or BREP file";
+    QTest::newRow("zeros") << QByteArray(10000, '\0') << "none.dat: it is no STEP, IGES or BREP file";
+    QTest::newRow("STEP without shapes")
+        << QByteArray(
+               "ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION((''),'2;1');\nFILE_NAME('','',(''),(''),'','','');\n"
+               "FILE_SCHEMA(('AUTOMOTIVE_DESIGN'));\nENDSEC;\nDATA;\n#1=CARTESIAN_POINT('',(0.,0.,0.));\nENDSEC;\n"
+               "END-ISO-10303-21;\n")
+        << "none.dat: the file holds no shapes";
+}
+
+void TestOpenShapeFile::filesThatAreNoneAreTold()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, fault);
+    WriteBytes("none.dat", content);
+    QCOMPARE(GetFault("none.dat"), fault);
+    QCOMPARE(GetFault("nowhere.step"), "nowhere.step: there is no such file");
+    QCOMPARE(GetFault("."), ".: it isn't a file");
+    for (const double scale : {0.0, -1.0, std::nan("")})
+        QVERIFY(GetFault("none.dat", scale).endsWith("isn't a scale"));
+}
+
+void TestOpenShapeFile::filesCutShortAreTold_data()
+{
+    everyFormatGivesTheSameFace_data();
+}
+
+void TestOpenShapeFile::filesCutShortAreTold()
+{
+    QFETCH(QString, format);
+    const TopoDS_Compound shape = MakeCompound({MakeQuarter(), MakePlate()});
+    if (format == "STEP")
+        WriteStep(shape, "whole.dat");
+    else if (format == "IGES")
+        WriteIges(shape, "whole.dat");
+    else
+        WriteBrep(shape, "whole.dat");
+    const QByteArray whole = ReadBytes("whole.dat");
+    QVERIFY(whole.size() > 1000);
+    QCOMPARE(GetFault("whole.dat"), QString());
+    // Everywhere near the end, where a cut is easily missed, and at steps from the start.
+    QList<qsizetype> lengths;
+    const qsizetype end = whole.trimmed().size();
+    for (qsizetype length = 1; length < end; length += end / 200 + 1)
+        lengths.append(length);
+    for (qsizetype cut = 2; cut < 30; ++cut)
+        lengths.append(end - cut);
+    for (const qsizetype length : lengths) {
+        WriteBytes("cut.dat", whole.first(length));
+        const QString fault = GetFault("cut.dat");
+        QVERIFY2(fault.startsWith("cut.dat: "), qPrintable(QString("cut at %1 of %2").arg(length).arg(whole.size())));
+    }
+}
+
+void TestOpenShapeFile::igesOfMissingLinesIsTold()
+{
+    WriteIges(MakeQuarter(), "whole.iges");
+    QList<QByteArray> lines = ReadBytes("whole.iges").split('\n');
+    lines.removeAt(lines.size() / 2);
+    WriteBytes("missing.iges", lines.join('\n'));
+    QVERIFY(GetFault("missing.iges")
+                .startsWith("missing.iges: the IGES file announces another number of lines than it holds"));
+}
+
+void TestOpenShapeFile::stepWithDamagedLinesIsReadOrRefused()
+{
+    WriteStep(MakeCompound({MakeQuarter(), MakePlate()}), "sound.step");
+    const QByteArray sound = ReadBytes("sound.step");
+    QRandomGenerator random(7);
+    for (int n = 0; n < 60; ++n) {
+        QByteArray damaged = sound;
+        for (int k = 0; k < 4; ++k)
+            damaged[random.bounded(int(damaged.size()) - 200)] = char(random.bounded(32, 127));
+        WriteBytes("damaged.step", damaged);
+        try {
+            const ZETOpenShapeFile file("damaged.step");
+            for (int i = 0; i < file.GetNumFaces(); ++i)
+                file.GetFace(i)->Project({10.0, 10.0, 10.0});
+        } catch (const ZETSysException& exception) {
+            QVERIFY(!exception.GetMessage().isEmpty());
+        }
+    }
+}
+
+void TestOpenShapeFile::bladeOfTheExample()
+{
+    const QString path = ZET_SOURCE_DIR "/examples/blade/tool_ss_r30_r40.step";
+    const ZETOpenShapeFile file(path);
+    QCOMPARE(file.GetFormat(), "STEP");
+    QCOMPARE(file.GetUnitInMillimetres(), 1.0);
+    const auto surface = file.GetSingleFace();
+    const auto box = surface->GetBoundingBox();
+    const ZETMathVector size = box.GetUpperPoint() - box.GetLowerPoint();
+    QVERIFY(size.GetZ() > 11690.0 && size.GetZ() < 11710.0);
+    // Corners of the first ply, which lie within half a millimetre of the face.
+    for (const ZETMathPoint& point : {ZETMathPoint(723.23, 3315.74, 35100.0), ZETMathPoint(651.74, 3209.11, 38442.86)})
+        QVERIFY(surface->GetDistanceTo(point) < 0.5);
+}
+
+QTEST_GUILESS_MAIN(TestOpenShapeFile)
+#include "TestOpenShapeFile.moc"
