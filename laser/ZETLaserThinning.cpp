@@ -114,6 +114,7 @@ public:
         anchor = index;
         added = index;
         plain = !(tolerance > smallestTolerance && tolerance * tolerance < largestSquare);
+        outliers.clear();
         hasReference = false;
     }
 
@@ -127,8 +128,12 @@ public:
             return true;
         if (plain || !(square < largestSquare))
             return Measure(chord, anchor + 1, probe);
+        for (const int outlier : outliers) {
+            if (!Measure(chord, outlier, outlier + 1))
+                return false;
+        }
         if (!hasReference)
-            return true; // no point between is as far from the anchor as the tolerance
+            return true; // no other point between is as far from the anchor as the tolerance
         const Lean lean = GetLean(chord);
         const double x = lean.x - discCentre.x;
         const double y = lean.y - discCentre.y;
@@ -178,7 +183,7 @@ private:
         if (square < freeSquare)
             return; // nearer to the anchor than any line through it may pass
         if (!(square < largestSquare)) {
-            plain = true;
+            outliers.push_back(index);
             return;
         }
         if (!hasReference)
@@ -223,7 +228,8 @@ private:
             if (place % (blockSize * blocksOfGroup) == 0)
                 groups.emplace_back();
             const ZETMathVector point = From(inBlocks);
-            if (point.GetSquaredMagnitude() < freeSquare)
+            const double square = point.GetSquaredMagnitude();
+            if (square < freeSquare || !(square < largestSquare))
                 continue;
             const Demand demand = GetDemand(point);
             const double height = std::abs(demand.height);
@@ -297,8 +303,9 @@ private:
     double freeSquare;
 
     int anchor = 0;
-    int added = 0;      //!< last point that chords must pass
-    bool plain = false; //!< every chord of this anchor is measured
+    int added = 0;             //!< last point that chords must pass
+    bool plain = false;        //!< every chord of this anchor is measured
+    std::vector<int> outliers; //!< points too far away, or not at numbers, for the nets: measured for each chord
 
     bool hasReference = false;
     int referenceAt = 0; //!< value of added when the reference was chosen
