@@ -19,12 +19,15 @@ public:
     void SetOrigin(const ZETMathPoint& value) { origin = value; }
     void SetVector(const ZETMathVector& value) { vector = value; }
 
-    /*! Perpendicular distance to the infinite line: |vector x (point - origin)| / |vector|. Not a number for a zero
-     *  vector. */
+    /*! Perpendicular distance to the infinite line: |vector x (point - origin)| / |vector|. Throws
+     *  ZETMathZeroMagnitudeVectorException for a zero vector. */
     double GetDistanceTo(const ZETMathPoint& point) const
     {
+        const double square = vector.GetSquaredMagnitude();
+        if (square == 0.0)
+            throw ZETMathZeroMagnitudeVectorException();
         const ZETMathVector across = vector ^ (point - origin);
-        return std::sqrt(across.GetSquaredMagnitude()) / std::sqrt(vector.GetSquaredMagnitude());
+        return std::sqrt(across.GetSquaredMagnitude()) / std::sqrt(square);
     }
 
 private:
