@@ -41,9 +41,11 @@ ZETSysMessageQueue* ZETSysMessageQueue::GetMessageQueue()
 
 void ZETSysMessageQueue::AddMessage(const QString& text, Type type)
 {
-    d->messages.append({text, type});
-    if (d->listener)
-        d->listener(d->messages.last());
+    const ZETOpenMessage message{text, type};
+    d->messages.append(message);
+    // A copy: the listener may add a message, or take the queue away.
+    if (const ZETOpenMessageQueue::Listener listener = d->listener)
+        listener(message);
 }
 
 QString ZETSysMessageQueue::GetSimpleMessageReport() const
