@@ -6,6 +6,8 @@
 #include <ZETMathematics/ZETMathVector4D.h>
 #include <ZETSystem/ZETSysException.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 ZETLaserCurve::ZETLaserCurve(QSharedPointer<QObject> parent)
     : ZETLaserEntity(std::move(parent))
 {
@@ -39,13 +41,16 @@ void ZETLaserCurve::Transform(const ZETMathAxis& axis)
         point.SetPosition(matrix * point.GetPosition());
         const ZETMathVector& normal = point.GetNormal();
         // Meant: the normal goes through the matrix like a point, so that a moved origin turns it.
-        const ZETMathVector4D image = matrix * ZETMathVector4D(normal.GetX(), normal.GetY(), normal.GetZ(), 1.0);
-        // Meant: one-sided, so that a negative fourth component fails as well, although it could be divided by.
-        if (1e-5 > image[3]) {
-            throw ZETSysException(QStringLiteral("ZETLaserCurve::Transform() cannot normalize homogenous vector"));
-        }
-        ZETMathVector direction(image[0] / image[3], image[1] / image[3], image[2] / image[3]);
-        direction.Normalize();
-        point.SetNormal(direction);
+        point.SetNormal(GetDirection(matrix * ZETMathVector4D(normal.GetX(), normal.GetY(), normal.GetZ(), 1.0)));
     }
+}
+
+ZETMathVector ZETLaserCurve::GetDirection(const ZETMathVector4D& image)
+{
+    // Meant: one-sided, so that a negative fourth component fails as well, although it could be divided by.
+    if (1e-5 > image[3])
+        throw ZETSysException(u"ZETLaserCurve::Transform() cannot normalize homogenous vector"_s);
+    ZETMathVector direction(image[0] / image[3], image[1] / image[3], image[2] / image[3]);
+    direction.Normalize();
+    return direction;
 }

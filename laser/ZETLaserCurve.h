@@ -5,6 +5,8 @@
 
 #include <QList>
 
+class ZETMathVector4D;
+
 /*! A run of points, in order of travel. A closed curve doesn't repeat its first point: closing is the writers' work. */
 class ZETLaserCurve : public ZETLaserEntity
 {
@@ -34,9 +36,12 @@ public:
     void MinimizePoints(double tolerance, double maxLength) override;
 
     /*! Brings each point into the axis system. Normals go through the matrix as points, so that a translation reaches
-     *  them; offset points stay. Throws ZETSysException at the first normal that can't be brought back; the points
-     * ahead of it stay transformed. */
+     *  them; offset points stay. Throws what GetDirection throws at the first normal that can't be brought back; the
+     *  points ahead of it stay transformed. */
     void Transform(const ZETMathAxis& axis) override;
+    /*! The unit vector that a homogeneous vector stands for. Throws ZETSysException if its fourth component is not
+     *  above zero, and ZETMathZeroMagnitudeVectorException if it stands for the origin. */
+    static ZETMathVector GetDirection(const ZETMathVector4D& image);
 
 private:
     QList<ZETLaserPoint> points;
