@@ -4,7 +4,7 @@
 #include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserProcesses_p.h"
-#include "reader/ZETLaserReader.h"
+#include "reader/ZETLaserReaderComposites.h"
 #include "writers/ZETLaserWriter.h"
 
 #include <ZETFeature/ZETFeatObject.h>
@@ -50,6 +50,7 @@ ZETLaserProcesses::ZETLaserProcesses(ZETLaserOptions* options)
     d->options = options;
     CorrectNestFlags(*options);
     d->root = QSharedPointer<ZETLaserGroup>::create(QSharedPointer<QObject>());
+    d->reader = QSharedPointer<ZETLaserReaderComposites>::create(options, d->root, &d->materials);
 }
 
 ZETLaserProcesses::~ZETLaserProcesses() = default;

@@ -111,6 +111,10 @@ private slots:
     void typesOfOneMakeShareTheirWriter();
     void typesWithoutAWriterAreNotWritten();
 
+    void modelIsReadIntoTheTree();
+    void readingAgainGivesOneTreeAndKeepsMaterials();
+    void readingNothingFails();
+
     void nothingIsDisplayedBeforeTheFirstDisplay();
     void treeIsDisplayedAndErased();
     void rendererIsKept();
@@ -316,6 +320,48 @@ void TestLaserProcesses::typesWithoutAWriterAreNotWritten()
         QVERIFY(!options.GetLaserProcesses()->WriteLaserData());
         QVERIFY(!QFile::exists(u"unwritten.txt"_s));
     }
+}
+
+void TestLaserProcesses::modelIsReadIntoTheTree()
+{
+    const Laminate model;
+    Options options;
+    options.SetCompRoot(model.root);
+    options.SelectAllPlies(Options::Output3D);
+    QVERIFY(options.GetLaserProcesses()->ReadLaserData());
+    const ZETLaserGroup& root = RootOf(options);
+    QCOMPARE(root.GetName(), u"Part"_s);
+    QCOMPARE(root.GetChildren().size(), 1);
+    QCOMPARE(root.GetChildren().first()->GetName(), u"L1"_s);
+    QCOMPARE(ZETLaserProcessesPrivate::Of(*options.GetLaserProcesses()).materials,
+             (QList<ZETMatMaterial*>{model.material}));
+}
+
+void TestLaserProcesses::readingAgainGivesOneTreeAndKeepsMaterials()
+{
+    const Laminate model;
+    Options options;
+    options.SetCompRoot(model.root);
+    options.SelectAllPlies(Options::Output3D);
+    const auto& record = ZETLaserProcessesPrivate::Of(*options.GetLaserProcesses());
+    QVERIFY(options.GetLaserProcesses()->ReadLaserData());
+    QVERIFY(options.GetLaserProcesses()->ReadLaserData());
+    QCOMPARE(record.root->GetChildren().size(), 1);
+    QCOMPARE(record.materials, (QList<ZETMatMaterial*>{model.material}));
+
+    options.SetActiveConfiguration(nullptr);
+    options.SelectAllPlies(Options::Output3D);
+    QVERIFY(!options.GetLaserProcesses()->ReadLaserData());
+    QVERIFY(record.root->GetChildren().isEmpty());
+    QCOMPARE(record.materials, (QList<ZETMatMaterial*>{model.material})); // of all reads
+}
+
+void TestLaserProcesses::readingNothingFails()
+{
+    const ZETTestModel model;
+    Options options;
+    options.SetCompRoot(model.root);
+    QVERIFY(!options.GetLaserProcesses()->ReadLaserData());
 }
 
 void TestLaserProcesses::nothingIsDisplayedBeforeTheFirstDisplay()
