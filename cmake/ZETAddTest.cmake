@@ -1,10 +1,11 @@
-# zet_add_test(TestName LABEL unit|golden|property|tool SOURCES source... [LIBS library...])
+# zet_add_test(TestName [HOST_ONLY] LABEL unit|golden|property|tool SOURCES source... [LIBS library...])
 #
 # Makes a Qt Test program and registers it with ctest. The test sees the hidden classes of the library, runs without a
 # screen, and starts in an empty folder of its own below the build folder, where its output can be looked at afterwards.
-# ZET_SOURCE_DIR is the root of the source tree, for test data.
+# ZET_SOURCE_DIR is the root of the source tree, for test data. HOST_ONLY leaves the library out: the open host is tested
+# as it stands, without the features that the library registers with it.
 function(zet_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL" "SOURCES;LIBS")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "HOST_ONLY" "LABEL" "SOURCES;LIBS")
     if(arg_UNPARSED_ARGUMENTS)
         message(FATAL_ERROR "zet_add_test(${name}): not understood: ${arg_UNPARSED_ARGUMENTS}")
     endif()
@@ -18,7 +19,11 @@ function(zet_add_test name)
     add_executable(${name} ${arg_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/tests/bin")
     target_compile_definitions(${name} PRIVATE "ZET_SOURCE_DIR=\"${PROJECT_SOURCE_DIR}\"")
-    target_link_libraries(${name} PRIVATE ${arg_LIBS} ZETLaserObjects ZETHost::ZETHost Qt6::Test)
+    if(NOT arg_HOST_ONLY)
+        target_link_libraries(${name} PRIVATE ZETLaserObjects)
+    endif()
+    target_link_libraries(${name} PRIVATE ${arg_LIBS} ZETHost::ZETHost Qt6::Test)
+    target_include_directories(${name} PRIVATE "${PROJECT_SOURCE_DIR}")
 
     zet_register_test(${name} LABEL ${arg_LABEL} COMMAND $<TARGET_FILE:${name}>)
 endfunction()
