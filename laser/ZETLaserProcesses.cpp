@@ -57,8 +57,6 @@ ZETLaserProcesses::~ZETLaserProcesses() = default;
 
 bool ZETLaserProcesses::ReadLaserData()
 {
-    if (!d->reader)
-        return false;
     d->root->Clear();
     return d->reader->Read();
 }

@@ -13,7 +13,7 @@ public:
     /*! \a jobOptions isn't owned; \a rootGroup is shared with the caller. */
     ZETLaserReader(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> rootGroup);
 
-    /*! Fills the root group. True if it has a child afterwards. */
+    /*! Fills the root group. True if it has a child afterwards; false, and nothing happens, without a model. */
     virtual bool Read() = 0;
 
 protected:

@@ -83,6 +83,8 @@ ZETLaserReaderComposites::~ZETLaserReaderComposites() = default;
 bool ZETLaserReaderComposites::Read()
 {
     const QPointer<ZETCompRoot> model = options->GetCompRoot();
+    if (!model)
+        return false;
     root->SetName(model->GetLabel());
     LookThrough(*model);
     rootUntilNext.clear();

@@ -12,6 +12,7 @@ class TestReaderTraversal : public QObject
     Q_OBJECT
 
 private slots:
+    void withoutAModelNothingIsRead();
     void withoutASelectedPlyOnlyTheRootIsNamed();
     void eachLayupWithASelectedPlyHasAGroup();
     void aSequenceWithoutASelectedPlyHasNone();
@@ -50,6 +51,14 @@ private slots:
     void enabledStatesAreNotLookedAt();
     void readingTwiceGivesTheSameTree();
 };
+
+void TestReaderTraversal::withoutAModelNothingIsRead()
+{
+    ReaderModel model(u"layup L1 { sequence S1 { ply P1 } }"_s);
+    model.options.SetCompRoot(nullptr);
+    QCOMPARE(model.Read(), false);
+    QCOMPARE(model.Tree(), u"[]"_s);
+}
 
 void TestReaderTraversal::withoutASelectedPlyOnlyTheRootIsNamed()
 {
