@@ -37,6 +37,7 @@
 #include <QRegularExpression>
 
 #include <map>
+#include <new>
 #include <sstream>
 
 using namespace Qt::Literals::StringLiterals;
@@ -154,8 +155,8 @@ void CheckIgesEnd(const QString& path, const QByteArray& bytes)
 
 void CheckBrepEnd(const QString& path, const QByteArray& bytes)
 {
-    // The last line names the shape that the file is about: a sense, its number and its place.
-    static const QRegularExpression end(u"\\*\\s+[-+ie]\\d+ \\d+\\s*$"_s);
+    // The last line names the shape that the file is about: a sense, its number and its place. A zero may follow.
+    static const QRegularExpression end(u"\\*\\s+[-+ie]\\d+ \\d+(\\s+\\d+)?\\s*$"_s);
     const auto tail = QString::fromLatin1(bytes.last(std::min(qsizetype(256), bytes.size())));
     if (!end.match(tail).hasMatch())
         Fail(path, Text::tr("the BREP file ends too early"));
@@ -267,12 +268,12 @@ void CheckEntities(const QString& path, const XSControl_Reader& reader)
     for (faults.Start(); faults.More(); faults.Next()) {
         if (faults.Value()->NbFails() == 0)
             continue;
-        const int number = faults.Number();
+        const auto fault = QString::fromUtf8(faults.Value()->CFail(1));
+        if (faults.Number() == 0)
+            Fail(path, fault);
         const auto model = reader.Model();
-        const Handle(TCollection_HAsciiString) label =
-            number > 0 ? model->StringLabel(model->Value(number)) : new TCollection_HAsciiString;
-        Fail(path, Text::tr("entity %1 is faulty: %2")
-                       .arg(QString::fromUtf8(label->ToCString()), QString::fromUtf8(faults.Value()->CFail(1))));
+        const auto label = model->StringLabel(model->Value(faults.Number()));
+        Fail(path, Text::tr("entity %1 is faulty: %2").arg(QString::fromUtf8(label->ToCString()), fault));
     }
 }
 
@@ -301,10 +302,28 @@ void ReadIges(const QString& path, ZETOpenShapeContent& content)
     CollectNames(reader, content, GetIgesName);
 }
 
+/*! The kernel makes room for as many things as the file announces, before it looks whether they are there. */
+void CheckBrepCounts(const QString& path, const QByteArray& bytes)
+{
+    // No whole number of a sound file has that many digits: flags have seven, and places are far from 10 km.
+    static const QRegularExpression count(u"(?:^|\\s)(\\d{8,})(?=\\s|$)"_s);
+    const auto match = count.match(QString::fromLatin1(bytes));
+    if (match.hasMatch())
+        Fail(path, Text::tr("the BREP file is faulty: %1 is too large").arg(match.captured(1)));
+}
+
 void ReadBrep(const QString& path, const QByteArray& bytes, ZETOpenShapeContent& content)
 {
     std::istringstream stream(bytes.toStdString());
-    BRepTools::Read(content.shape, stream, BRep_Builder());
+    // At the end of the file the kernel would go on until it has counted to what the file announces.
+    stream.exceptions(std::ios::failbit | std::ios::badbit);
+    try {
+        BRepTools::Read(content.shape, stream, BRep_Builder());
+    } catch (const std::ios_base::failure&) {
+        Fail(path, Text::tr("the BREP file is faulty"));
+    } catch (const std::bad_alloc&) {
+        Fail(path, Text::tr("the BREP file is faulty, or too large for the memory"));
+    }
     if (content.shape.IsNull())
         Fail(path, Text::tr("the BREP file can't be understood"));
 }
@@ -330,6 +349,7 @@ ZETOpenShapeContent ZETOpenShapeContent::Read(const QString& path)
             break;
         case FormatBrep:
             CheckBrepEnd(path, bytes);
+            CheckBrepCounts(path, bytes);
             ReadBrep(path, bytes, content);
             break;
         }

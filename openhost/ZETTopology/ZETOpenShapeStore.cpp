@@ -74,7 +74,7 @@ Value Read(QDataStream& stream)
 {
     Value value{};
     stream >> value;
-    if (stream.status() != QDataStream::Ok)
+    if (!stream.device() || stream.status() != QDataStream::Ok)
         Fail(Text::tr("it ends too early"));
     return value;
 }
@@ -84,7 +84,7 @@ double Read(QDataStream& stream)
 {
     double value = 0.0;
     stream >> value;
-    if (stream.status() != QDataStream::Ok)
+    if (!stream.device() || stream.status() != QDataStream::Ok)
         Fail(Text::tr("it ends too early"));
     if (!std::isfinite(value))
         Fail(Text::tr("a value isn't a number"));
