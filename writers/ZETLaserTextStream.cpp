@@ -63,6 +63,15 @@ void ZETLaserTextStream::Append(const ZETLaserNumber& number)
     ZETLaserNumberText::Append(buffer, number.value, number.decimals);
 }
 
+void ZETLaserTextStream::Append(const ZETLaserNumbers& numbers)
+{
+    ZETLaserNumberText::Append(buffer, numbers.x, numbers.decimals);
+    buffer.append(' ');
+    ZETLaserNumberText::Append(buffer, numbers.y, numbers.decimals);
+    buffer.append(' ');
+    ZETLaserNumberText::Append(buffer, numbers.z, numbers.decimals);
+}
+
 void ZETLaserTextStream::AppendInteger(qint64 number)
 {
     buffer.append(QByteArray::number(number));

@@ -14,6 +14,23 @@ struct ZETLaserNumber {
     int decimals;
 };
 
+/*! Three such numbers, with one blank between them: the components of a point or of a vector. */
+struct ZETLaserNumbers {
+    template <typename Triple>
+    ZETLaserNumbers(const Triple& triple, int decimalCount)
+        : x(triple.GetX())
+        , y(triple.GetY())
+        , z(triple.GetZ())
+        , decimals(decimalCount)
+    {
+    }
+
+    double x;
+    double y;
+    double z;
+    int decimals;
+};
+
 /*! Buffered text sink on a device, for the lines of a format.
  *
  *  It writes the bytes that a QTextStream with its default settings writes: UTF-8 without a byte order mark, and '\n'
@@ -38,7 +55,7 @@ public:
     void Flush();
 
     /*! Writes the parts one behind the other: text (as UTF-8), keywords (Latin-1, of which formats use ASCII alone),
-     *  single ASCII characters, integers (plain decimal) and ZETLaserNumber. */
+     *  single ASCII characters, integers (plain decimal), ZETLaserNumber and ZETLaserNumbers. */
     template <typename... Parts>
     void Write(const Parts&... parts)
     {
@@ -59,6 +76,7 @@ private:
     void Append(const QString& text) { Append(QStringView(text)); }
     void Append(std::integral auto number) { AppendInteger(qint64(number)); }
     void Append(const ZETLaserNumber& number);
+    void Append(const ZETLaserNumbers& numbers);
     void AppendInteger(qint64 number);
     void EndLine();
 

@@ -11,6 +11,7 @@
 #include "laser/ZETLaserParameterEntity.h"
 #include "laser/ZETLaserPoint.h"
 #include "laser/ZETLaserTextEntity.h"
+#include "writers/ZETLaserTargetWalk.h"
 
 #include <ZETComposites/ZETCompPlyBase.h>
 #include <ZETComposites/ZETCompRoot.h>
@@ -211,19 +212,46 @@ QList<ZETLaserTarget*> ZETLaserWriter::CollectTargets(ZETFeatObject* modelRoot)
     return targets;
 }
 
-QList<ZETLaserTarget*> ZETLaserWriter::FindTargets(const QString& noTargetsText, const QString& noProjectorsText)
+QList<ZETLaserTarget*> ZETLaserWriter::FindTargets(const TargetTexts& texts)
 {
     const auto targets = CollectTargets(options->GetCompRoot());
     if (targets.isEmpty())
-        WriteReportParagraph(noTargetsText);
+        WriteReportParagraph(texts.noTargets);
     else if (options->GetProjectors().isEmpty())
-        WriteReportParagraph(noProjectorsText);
+        WriteReportParagraph(texts.noProjectors);
     return targets;
+}
+
+void ZETLaserWriter::ReportWrittenTargets(const TargetTexts& texts, const ZETLaserTargetCounts& counts,
+                                          const QString& fileName)
+{
+    if (options->GetProjectors().isEmpty())
+        WriteOpenReportParagraph(texts.written.arg(counts.targets).arg(fileName));
+    else
+        WriteOpenReportParagraph(texts.writtenInProjectors.arg(counts.targets).arg(counts.projectors).arg(fileName));
+}
+
+void ZETLaserWriter::WriteCalibrationFile(const TargetTexts& texts, const WriteTargetLine& writeTargetLine)
+{
+    const auto targets = FindTargets(texts);
+    if (targets.isEmpty())
+        return;
+
+    const QString fileName = GetFileNameWithTail(3, u"cal");
+    QFile calibrationFile(fileName);
+    calibrationFile.open(fileMode);
+    ZETLaserTextStream calibration(&calibrationFile);
+    const auto counts = WalkTargets(
+        targets, options->GetProjectors(), [&](int, qsizetype count) { calibration.WriteLine(count); },
+        [&](const ZETLaserTarget& target, int index, int) { writeTargetLine(target, index, calibration); });
+    ReportWrittenTargets(texts, counts, fileName);
 }
 
 QString ZETLaserWriter::GetFileNameWithTail(int count, QStringView tail) const
 {
-    return options->GetFileName().chopped(qMin(qsizetype(count), options->GetFileName().size())) + tail;
+    QString name = options->GetFileName();
+    name.chop(count); // a shorter name goes whole
+    return name.append(tail);
 }
 
 QString ZETLaserWriter::SubstituteBlanks(const QString& name, QLatin1StringView kind)

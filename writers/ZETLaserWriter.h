@@ -14,6 +14,7 @@
 #include <QString>
 #include <QTextStream>
 
+#include <functional>
 #include <initializer_list>
 #include <memory>
 
@@ -26,6 +27,7 @@ class ZETLaserParameterProvider;
 class ZETLaserPoint;
 class ZETLaserProjector;
 class ZETLaserTarget;
+struct ZETLaserTargetCounts;
 
 /*! Abstract base of the output writers: what one job needs whatever its format is.
  *
@@ -145,9 +147,24 @@ protected:
 
     /*! All targets below \a modelRoot, in model order; none if it is null. */
     static QList<ZETLaserTarget*> CollectTargets(ZETFeatObject* modelRoot);
-    /*! The targets of the model. Tells the report when there are none, and otherwise when the job has no projectors,
-     * with the given texts in the writer's own translation. */
-    QList<ZETLaserTarget*> FindTargets(const QString& noTargetsText, const QString& noProjectorsText);
+    /*! What the report says of targets, in the writer's own translation. */
+    struct TargetTexts {
+        QString noTargets;
+        QString noProjectors;
+        QString written;             //!< of a job without projectors: %1 targets, %2 file name
+        QString writtenInProjectors; //!< %1 targets, %2 projectors, %3 file name
+    };
+    /*! The targets of the model. Tells the report when there are none, and otherwise when the job has no projectors. */
+    QList<ZETLaserTarget*> FindTargets(const TargetTexts& texts);
+    /*! Tells the report what was written to \a fileName. Leaves the line open. */
+    void ReportWrittenTargets(const TargetTexts& texts, const ZETLaserTargetCounts& counts, const QString& fileName);
+
+    /*! Writes the line of a target; the index is that among the targets of its projector, from 0. */
+    using WriteTargetLine = std::function<void(const ZETLaserTarget& target, int index, ZETLaserTextStream& lines)>;
+    /*! Finds the targets, writes them to the part file's name with "cal" for its last three characters, and reports it.
+     *  For each projector the file has a line with the count of its targets, and then their lines. Without targets no
+     *  file is made, and one of an earlier job stays as it was. */
+    void WriteCalibrationFile(const TargetTexts& texts, const WriteTargetLine& writeTargetLine);
     /*! The file name of the options with its last \a count characters, or what there is of them, replaced by \a tail.
      */
     QString GetFileNameWithTail(int count, QStringView tail) const;

@@ -8,17 +8,13 @@
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserPoint.h"
-#include "writers/ZETLaserTargetWalk.h"
 #include "writers/ZETLaserTreeWalk.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-ZETLaserNumber Number(double value)
-{
-    return {value, 6};
-}
+constexpr int decimals = 6;
 } // namespace
 
 ZETLaserWriterVirtek::ZETLaserWriterVirtek(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot)
@@ -73,10 +69,10 @@ void ZETLaserWriterVirtek::WriteCurve(const ZETLaserCurve& curve)
 void ZETLaserWriterVirtek::WritePoint(const ZETLaserPoint& point)
 {
     const auto place = GetOutputPoint(point);
-    stream.Write(Number(place.GetX()), ' ', Number(place.GetY()), ' ', Number(place.GetZ()));
+    stream.Write(ZETLaserNumbers(place, decimals));
     if (WritesNormal(point)) {
         const auto normal = GetOutputNormal(point);
-        stream.Write("   "_L1, Number(normal.GetX()), ' ', Number(normal.GetY()), ' ', Number(normal.GetZ()));
+        stream.Write("   "_L1, ZETLaserNumbers(normal, decimals));
     }
     stream.WriteLine();
 }
@@ -84,7 +80,7 @@ void ZETLaserWriterVirtek::WritePoint(const ZETLaserPoint& point)
 void ZETLaserWriterVirtek::WritePoint(const ZETMathPoint& point)
 {
     const auto place = GetOutputPoint(point);
-    stream.WriteLine(Number(place.GetX()), ' ', Number(place.GetY()), ' ', Number(place.GetZ()));
+    stream.WriteLine(ZETLaserNumbers(place, decimals));
 }
 
 void ZETLaserWriterVirtek::WriteParameters(const ZETLaserGroup& group)
@@ -139,27 +135,15 @@ void ZETLaserWriterVirtek::WriteTexts(const ZETLaserGroup& group)
 
 void ZETLaserWriterVirtek::WriteTargets()
 {
-    const auto targets = FindTargets(tr("No laser targets found in model."),
-                                     tr("No laser projectors found in model, using all targets in one projector."));
-    if (targets.isEmpty())
-        return; // a calibration file of an earlier job stays as it is
-
-    const QString fileName = GetFileNameWithTail(3, u"cal");
-    QFile calibrationFile(fileName);
-    calibrationFile.open(fileMode);
-    ZETLaserTextStream calibration(&calibrationFile);
-
-    const auto written = WalkTargets(
-        targets, options->GetProjectors(), [&](int, qsizetype count) { calibration.WriteLine(count); },
-        [&](const ZETLaserTarget& target, int index, int) { WriteTarget(target, index, calibration); });
-
-    if (options->GetProjectors().isEmpty())
-        WriteOpenReportParagraph(tr("Writing %1 targets to file %2").arg(written.targets).arg(fileName));
-    else
-        WriteOpenReportParagraph(tr("Writing %1 targets in %2 projectors to file %3")
-                                     .arg(written.targets)
-                                     .arg(written.projectors)
-                                     .arg(fileName));
+    const TargetTexts texts{
+        .noTargets = tr("No laser targets found in model."),
+        .noProjectors = tr("No laser projectors found in model, using all targets in one projector."),
+        .written = tr("Writing %1 targets to file %2"),
+        .writtenInProjectors = tr("Writing %1 targets in %2 projectors to file %3"),
+    };
+    WriteCalibrationFile(texts, [this](const ZETLaserTarget& target, int index, ZETLaserTextStream& calibration) {
+        WriteTarget(target, index, calibration);
+    });
 }
 
 void ZETLaserWriterVirtek::WriteTarget(const ZETLaserTarget& target, int index, ZETLaserTextStream& calibration)
@@ -169,5 +153,5 @@ void ZETLaserWriterVirtek::WriteTarget(const ZETLaserTarget& target, int index, 
     if (name.isEmpty())
         name = QString::number(index);
     calibration.WriteLine("T "_L1, SubstituteBlanks(name, "target name"_L1), target.IsDrift() ? " D"_L1 : ""_L1, ' ',
-                          Number(place.GetX()), ' ', Number(place.GetY()), ' ', Number(place.GetZ()));
+                          ZETLaserNumbers(place, decimals));
 }
