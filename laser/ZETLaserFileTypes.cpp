@@ -1,5 +1,7 @@
 #include "laser/ZETLaserFileTypes.h"
 
+#include "writers/ZETLaserWriterVirtek.h"
+
 #include <array>
 #include <type_traits>
 
@@ -21,7 +23,7 @@ Make(ZETLaserOptions* options, const QSharedPointer<ZETLaserGroup>& root, QList<
 
 /*! By the values of EOutputFileType. A type without a writer can be chosen, but not written. */
 constexpr std::array<ZETLaserFileType, 13> fileTypes{{
-    {"Virtek"_L1, ".ply"_L1, nullptr},
+    {"Virtek"_L1, ".ply"_L1, Make<ZETLaserWriterVirtek>},
     {"LPT"_L1, ".XML"_L1, nullptr},
     {"FARO"_L1, ".XML"_L1, nullptr},
     {"LAP Laser"_L1, ".lpd"_L1, nullptr},

@@ -109,6 +109,7 @@ private slots:
 
     void unknownTypeIsNotWrittenAndTheLocaleStays();
     void typesOfOneMakeShareTheirWriter();
+    void aWrittenTypeIsWrittenAndTheSystemLocaleComesBack();
     void typesWithoutAWriterAreNotWritten();
 
     void modelIsReadIntoTheTree();
@@ -296,11 +297,26 @@ void TestLaserProcesses::typesOfOneMakeShareTheirWriter()
     QVERIFY(writerOf(Options::FileQuilmonPartData) == writerOf(Options::FileGeneralScanning));
 }
 
+void TestLaserProcesses::aWrittenTypeIsWrittenAndTheSystemLocaleComesBack()
+{
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    Options options;
+    options.SetFileType(Options::FileVirtek);
+    options.SetFileName(u"written.ply"_s);
+    AddCurve(options, {0.0, 1.5});
+    QVERIFY(options.GetLaserProcesses()->WriteLaserData());
+    QFile file(u"written.ply"_s);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.readAll().contains("\nP 2\n0.000000 0.000000 0.000000\n1.500000 0.000000 0.000000\n"));
+    QVERIFY(QFile::exists(u"written.ply-report.htm"_s));
+    // Meant: not the locale that the application had set.
+    QCOMPARE(QLocale(), QLocale::system());
+}
+
 void TestLaserProcesses::typesWithoutAWriterAreNotWritten()
 {
     // A type leaves this list when its writer comes.
-    const QList<Options::EOutputFileType> types{Options::FileVirtek,
-                                                Options::FileLPT,
+    const QList<Options::EOutputFileType> types{Options::FileLPT,
                                                 Options::FileFARO,
                                                 Options::FileLAP,
                                                 Options::FileSL,
