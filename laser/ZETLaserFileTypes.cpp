@@ -11,8 +11,8 @@ namespace
 {
 /*! The writer of class \a Writer; it is handed the materials if it has a constructor that takes them. */
 template <typename Writer>
-[[maybe_unused]] QSharedPointer<ZETLaserWriter>
-Make(ZETLaserOptions* options, const QSharedPointer<ZETLaserGroup>& root, QList<ZETMatMaterial*>* materials)
+QSharedPointer<ZETLaserWriter> Make(ZETLaserOptions* options, const QSharedPointer<ZETLaserGroup>& root,
+                                    QList<ZETMatMaterial*>* materials)
 {
     if constexpr (std::is_constructible_v<Writer, ZETLaserOptions*, QSharedPointer<ZETLaserGroup>,
                                           QList<ZETMatMaterial*>*>)

@@ -20,6 +20,8 @@
 #include <QTest>
 #include <QTranslator>
 
+#include <stdexcept>
+
 using namespace Qt::Literals::StringLiterals;
 using Options = ZETLaserOptions;
 
@@ -110,11 +112,14 @@ private slots:
     void unknownTypeIsNotWrittenAndTheLocaleStays();
     void typesOfOneMakeShareTheirWriter();
     void aWrittenTypeIsWrittenAndTheSystemLocaleComesBack();
+    void localeIsCWhileWriting();
+    void exceptionOfAWriterLeavesTheCLocale();
     void typesWithoutAWriterAreNotWritten();
 
     void modelIsReadIntoTheTree();
     void readingAgainGivesOneTreeAndKeepsMaterials();
     void readingNothingFails();
+    void stepsOfAJobFollowEachOther();
 
     void nothingIsDisplayedBeforeTheFirstDisplay();
     void treeIsDisplayedAndErased();
@@ -313,6 +318,31 @@ void TestLaserProcesses::aWrittenTypeIsWrittenAndTheSystemLocaleComesBack()
     QCOMPARE(QLocale(), QLocale::system());
 }
 
+void TestLaserProcesses::localeIsCWhileWriting()
+{
+    QList<QLocale> seen;
+    ZETOpenMessageQueue::Install([&](const ZETOpenMessage&) { seen.append(QLocale()); });
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    Options options;
+    options.SetFileType(Options::FileVirtek);
+    options.SetFileName(u"locale.ply"_s);
+    QVERIFY(options.GetLaserProcesses()->WriteLaserData());
+    QVERIFY(!seen.isEmpty()); // the writer told that it writes
+    for (const QLocale& locale : seen)
+        QCOMPARE(locale, QLocale(QLocale::C));
+}
+
+void TestLaserProcesses::exceptionOfAWriterLeavesTheCLocale()
+{
+    ZETOpenMessageQueue::Install([](const ZETOpenMessage&) { throw std::runtime_error("queue"); });
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    Options options;
+    options.SetFileType(Options::FileVirtek);
+    options.SetFileName(u"thrown.ply"_s);
+    QVERIFY_EXCEPTION_THROWN(options.GetLaserProcesses()->WriteLaserData(), std::runtime_error);
+    QCOMPARE(QLocale(), QLocale(QLocale::C));
+}
+
 void TestLaserProcesses::typesWithoutAWriterAreNotWritten()
 {
     // A type leaves this list when its writer comes.
@@ -378,6 +408,21 @@ void TestLaserProcesses::readingNothingFails()
     Options options;
     options.SetCompRoot(model.root);
     QVERIFY(!options.GetLaserProcesses()->ReadLaserData());
+}
+
+void TestLaserProcesses::stepsOfAJobFollowEachOther()
+{
+    const Laminate model;
+    Options options;
+    options.SetCompRoot(model.root);
+    options.SetActiveConfiguration(model.configuration);
+    options.SetFileType(Options::FileVirtek);
+    options.SetFileName(u"job.ply"_s);
+    const QSharedPointer<ZETLaserProcesses> processes = options.GetLaserProcesses();
+    QVERIFY(processes->ReadLaserData());
+    QVERIFY(processes->ProcessLaserData());
+    QVERIFY(processes->WriteLaserData());
+    QVERIFY(QFile::exists(u"job.ply"_s));
 }
 
 void TestLaserProcesses::nothingIsDisplayedBeforeTheFirstDisplay()
