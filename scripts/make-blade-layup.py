@@ -14,6 +14,7 @@ What is made here, and isn't in the data:
 - seeds, targets, projectors, extra geometry.
 """
 
+import functools
 import json
 import math
 import pathlib
@@ -24,7 +25,7 @@ FOLDER = pathlib.Path(__file__).resolve().parents[1] / "examples" / "blade"
 SHAPE = "tool_ss_r30_r40.step"
 Z_ROOT, Z_TIP = 35100.0, 46800.0
 SEED_Y, SEED_Z = -40.0, 40950.0
-SECTION_STEPS = 400  # pieces of a cross section whose chords stand for its arc
+SECTION_STEPS = 100  # pieces of a cross section whose chords stand for its arc
 SPLIT = {"P001": (0, 45, -45), "P002": (0, -45, 45), "P031": (0, 45, -45)}
 
 
@@ -59,6 +60,7 @@ class Surface:
                 d[i] = tuple((1.0 - a) * p + a * q for p, q in zip(d[i - 1], d[i]))
         return d[degree]
 
+    @functools.lru_cache(maxsize=None)
     def section(self, z):
         """The control points of the cross section at z."""
         u = min(max((z - Z_ROOT) / (Z_TIP - Z_ROOT), 0.0), 1.0)
@@ -71,7 +73,7 @@ class Surface:
     def find_v(self, section, y):
         """Where the cross section has that y: it falls from the trailing to the leading edge."""
         low, high = 0.0, 1.0
-        for _ in range(60):
+        for _ in range(45):
             middle = 0.5 * (low + high)
             if self.curve_point(section, middle)[1] > y:
                 low = middle
@@ -167,7 +169,7 @@ def make_plies(surface, data, names, patterns=()):
     for source in (ply for ply in data["plies"] if ply["name"] in names):
         name, boundary = source["name"], source["boundary"]
         for direction in SPLIT.get(name, (source["direction_deg"],)):
-            full = name if name not in SPLIT else f"{name}-{'0' if direction == 0 else f'{direction:+d}'}"
+            full = name if name not in SPLIT else f"{name}{direction:+d}"
             plies.append({
                 "name": full, "direction": direction,
                 "material": source["material"] if name not in SPLIT else f"{source['material']} {abs(direction)}",

@@ -130,6 +130,7 @@ private Q_SLOTS:
     void tellsWhatIsWrong();
     void tellsSyntaxErrors_data();
     void tellsSyntaxErrors();
+    void findsFilesRelativeToItself();
     void knowsTheKeysOfTheSchema();
 };
 
@@ -433,6 +434,21 @@ void TestZETOpenLayupFile::tellsSyntaxErrors()
             QCOMPARE(error.GetText(), text);
         QVERIFY(!error.GetMessage().contains(u'\n'));
     }
+}
+
+void TestZETOpenLayupFile::findsFilesRelativeToItself()
+{
+    QVERIFY(QDir().mkpath(u"sub"_s));
+    QVERIFY(QFile::copy(QStringLiteral(ZET_SOURCE_DIR "/examples/blade/tool_ss_r30_r40.step"), u"sub/tool.step"_s));
+    QFile file(u"sub/a.layup.json"_s);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write(
+        R"({"format": "zetlaser-layup", "version": 1, "units": "mm", "shapes": [{"name": "T", "file": "tool.step"}],
+"surfaces": [{"name": "Tool", "shape": "T"}]})");
+    file.close();
+    const ZETOpenLayupModel model = ZETOpenLayupFile::Load(u"sub/a.layup.json"_s);
+    QCOMPARE(model.shapeFiles, QStringList{QDir::current().filePath(u"sub/tool.step"_s)});
+    QVERIFY(Find<ZETFeatGeometry>(model, u"Tool"_s)->GetBody());
 }
 
 void TestZETOpenLayupFile::knowsTheKeysOfTheSchema()
