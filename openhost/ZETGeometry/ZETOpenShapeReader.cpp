@@ -167,6 +167,15 @@ void CheckBrepEnd(const QString& path, const QByteArray& bytes)
     }
 }
 
+/*! A number out of range becomes infinite, and with that some of the kernel's loops don't end. */
+void CheckNumbers(const QString& path, const QByteArray& bytes)
+{
+    static const QRegularExpression number(u"\\d\\.\\d*[EeDd]\\+?0*[2-9]\\d{2,}|\\d\\.\\d*[EeDd]\\+?0*1\\d{3,}"_s);
+    const auto match = number.match(QString::fromLatin1(bytes));
+    if (match.hasMatch())
+        Fail(path, Text::tr("the number %1 is too large").arg(match.captured()));
+}
+
 // ---- names
 
 /*! The text of a STEP string: \X2\ and \X\ stand ahead of characters in hexadecimal digits. */
@@ -341,10 +350,12 @@ ZETOpenShapeContent ZETOpenShapeContent::Read(const QString& path)
         switch (content.format) {
         case FormatStep:
             CheckStepEnd(path, bytes);
+            CheckNumbers(path, bytes);
             ReadStep(path, content);
             break;
         case FormatIges:
             CheckIgesEnd(path, bytes);
+            CheckNumbers(path, bytes);
             ReadIges(path, content);
             break;
         case FormatBrep:

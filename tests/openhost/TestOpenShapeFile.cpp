@@ -177,6 +177,8 @@ private slots:
     void filesCutShortAreTold();
     void igesOfMissingLinesIsTold();
     void stepWithDamagedLinesIsReadOrRefused();
+    void numbersOutOfRangeAreTold();
+    void brepThatAnnouncesTooMuchIsTold();
     void bladeOfTheExample();
 };
 
@@ -622,6 +624,32 @@ void TestOpenShapeFile::stepWithDamagedLinesIsReadOrRefused()
         } catch (const ZETSysException& exception) {
             QVERIFY(!exception.GetMessage().isEmpty());
         }
+    }
+}
+
+void TestOpenShapeFile::numbersOutOfRangeAreTold()
+{
+    // Of the same length, because an IGES line has its columns.
+    WriteIges(MakeQuarter(), "whole.iges");
+    WriteBytes("huge.iges", ReadBytes("whole.iges").replace("6.123233996E-15", "6.123233996E815"));
+    QCOMPARE(GetFault("huge.iges"), "huge.iges: the number 6.123233996E815 is too large");
+    WriteStep(MakeQuarter(), "whole.step");
+    WriteBytes("huge.step", ReadBytes("whole.step").replace("(100.,", "(1.E999,"));
+    QCOMPARE(GetFault("huge.step"), "huge.step: the number 1.E999 is too large");
+}
+
+void TestOpenShapeFile::brepThatAnnouncesTooMuchIsTold()
+{
+    WriteBrep(MakeQuarter(), "whole.brep");
+    const QByteArray whole = ReadBytes("whole.brep");
+    for (const char* count : {"Curves 4", "Curve2ds 4", "Surfaces 1", "TShapes 10"}) {
+        QVERIFY2(whole.contains(count), count);
+        QByteArray changed = whole;
+        // Within what is believed at first, then beyond it.
+        WriteBytes("many.brep", changed.replace(count, QByteArray(count) + "99999"));
+        QVERIFY(GetFault("many.brep").startsWith("many.brep: "));
+        WriteBytes("many.brep", changed.replace(QByteArray(count) + "99999", QByteArray(count) + "99999999"));
+        QVERIFY(GetFault("many.brep").contains("99999999 is too large"));
     }
 }
 
