@@ -491,6 +491,50 @@ class Blade(JobTest):
         self.assertAlmostEqual(max(xs) - min(xs), 11700.0, delta=1.0)
 
 
+class Documents(JobTest):
+    def blocks(self, name, language):
+        text = (SOURCE / name).read_text(encoding="utf-8")
+        found = re.findall(rf"(?ms)^```{language}\n(.*?)^```$", text)
+        self.assertGreater(len(found), 0)
+        return found
+
+    def test_the_layup_file_of_the_readme_works(self):
+        self.write("a.layup.json", self.blocks("README.md", "json")[0])
+        self.expect(self.run_tool("a.layup.json", "--type", "virtek", "--output", "a.ply"), 0, "plies: 1, ")
+
+    def test_the_output_in_the_readme_is_what_is_written(self):
+        shown = next(block for block in self.blocks("README.md", "") if "written: " in block)
+        result = self.run_tool(PANEL, "--type", "virtek", "--output", "panel.ply")
+        self.assertEqual(result.stdout, shown)
+
+    def test_the_commands_in_the_readme_work(self):
+        self.write("virtek.json", {"type": "virtek", "output": "panel.ply"})
+        commands = [line for block in self.blocks("README.md", "sh") for line in block.splitlines()
+                    if line.startswith("zetlaser-job examples/")]
+        self.assertEqual(len(commands), 2)
+        for command in commands:
+            words = [SOURCE / word if word.startswith("examples/") else word for word in command.split()[1:]]
+            self.expect(self.run_tool(*words), 0)
+
+    def test_the_call_in_the_readme_stands_in_the_host_application(self):
+        def squeeze(text):
+            return re.sub(r"\s+", " ", text)
+        program = squeeze((SOURCE / "examples" / "host-application" / "main.cpp").read_text(encoding="utf-8"))
+        for statement in re.split(r"(?<=;)", self.blocks("README.md", "cpp")[0]):
+            statement = squeeze(re.sub(r"//.*", "", statement)).strip()
+            statement = statement.replace("(root", "(model.root").replace("root->", "model.root->").replace("model.model.", "model.")
+            self.assertIn(statement.replace("(fileName)", "(QString::fromLocal8Bit(argv[2]))"), program)
+
+    def test_the_keys_are_told(self):
+        text = (SOURCE / "docs" / "layup-file.md").read_text(encoding="utf-8")
+        schema = json.loads((SOURCE / "schema" / "layup.schema.json").read_text(encoding="utf-8"))
+        keys = set(schema["properties"]) - {"$schema"}
+        for name in ("layup", "ply", "strategy", "configuration", "target", "projector", "material", "text", "curve",
+                     "extraGeometry", "flatPattern", "boundary"):
+            keys |= set(schema["$defs"][name]["properties"])
+        self.assertEqual([key for key in sorted(keys) if not re.search(rf"\b{key}\b", text)], [])
+
+
 class Schema(JobTest):
     def test_the_examples_follow_the_schema(self):
         schema = json.loads((SOURCE / "schema" / "layup.schema.json").read_text(encoding="utf-8"))
