@@ -8,7 +8,6 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 namespace
 {
@@ -19,13 +18,23 @@ constexpr double degenerateChord = 0.005;
 constexpr double largestSquare = 1e100;
 constexpr double smallestTolerance = 1e-100;
 
+/*! What comparing squares instead of lengths can err by, with a wide margin. */
+constexpr double squareMargin = 1e-12;
 /*! What rounding can do to a distance, for each millimetre between anchor and point: several dozen roundings. */
-constexpr double roundingMargin = 64.0 * std::numeric_limits<double>::epsilon();
+constexpr double roundingMargin = 256.0 * std::numeric_limits<double>::epsilon();
+/*! What rounding can do to the comparison of two leans. */
+constexpr double leanMargin = 16.0 * std::numeric_limits<double>::epsilon();
 
-/*! A chord that leans further than this (tangent) away from the reference is tested plainly. */
+/*! A chord that leans further than this (tangent) away from the reference is measured plainly. */
 constexpr double largestLean = 1.0;
 /*! A chord that leans further than this is worth a new reference. */
 constexpr double uneasyLean = 0.25;
+/*! A point that leans further than this away from the reference stays out of the nets. */
+constexpr double largestNettedLean = 1e3;
+
+/*! How much of the room for a smaller disc is used. The rest makes the disc last until points are that much farther
+ *  away, so that along a straight run it seldom changes. */
+constexpr double discShrinkage = 0.9;
 
 constexpr double unbounded = std::numeric_limits<double>::infinity();
 
@@ -35,260 +44,376 @@ struct Lean {
     double y;
 };
 
-/*! The leans inside a convex polygon with fixed normals: for each normal the smallest bound that came in. It is kept
- *  inside all discs that came in, so that a lean in the polygon lies in every disc. */
+/*! A point as seen from the anchor: its offset, and where that is in the frame of the reference direction. */
+struct Sight {
+    double dx;
+    double dy;
+    double dz;
+    double square; //!< of the distance to the anchor
+    double across = 0.0;
+    double upwards = 0.0;
+    double height = 0.0; //!< along the reference
+
+    /*! What a margin for rounding leaves of \a tolerance. */
+    double GetRoom(double tolerance) const
+    {
+        return tolerance - roundingMargin * (std::abs(across) + std::abs(upwards) + std::abs(height));
+    }
+    /*! Square of the distance to the line of \a lean, measured across the reference: never less than to the line. */
+    double GetSquareTo(const Lean& lean) const
+    {
+        const double x = across - lean.x * height;
+        const double y = upwards - lean.y * height;
+        return x * x + y * y;
+    }
+    Lean GetLean() const { return {across / height, upwards / height}; }
+};
+
+/*! The leans inside a convex polygon with fixed normals: for each pair of opposite normals the strictest bounds that
+ *  came in. It is kept inside all discs that came in, so that a lean in the polygon lies in every disc. */
 class Polygon
 {
 public:
-    Polygon() { bounds.fill(unbounded); }
+    Polygon()
+    {
+        lower.fill(-unbounded);
+        upper.fill(unbounded);
+    }
 
     /*! Keeps what lies in the disc too. */
     void Cut(const Lean& centre, double radius)
     {
-        for (std::size_t i = 0; i < sides; ++i) {
-            const double bound = Along(centre, i) + radius * normals.apothem;
-            bounds[i] = bound < bounds[i] ? bound : bounds[i];
+        // The polygon's corners must not leave the disc, so its sides are that much nearer to the centre.
+        const double reach = radius * normals.apothem;
+        for (std::size_t i = 0; i < pairs; ++i) {
+            const double along = Along(centre, i);
+            lower[i] = lower[i] < along - reach ? along - reach : lower[i];
+            upper[i] = along + reach < upper[i] ? along + reach : upper[i];
         }
     }
-    /*! Keeps nothing. */
-    void Close() { bounds.fill(-unbounded); }
-
-    /*! How far \a lean lies inside; negative outside. */
+    /*! Keeps what lies in the other polygon too. */
+    void Cut(const Polygon& other)
+    {
+        for (std::size_t i = 0; i < pairs; ++i) {
+            lower[i] = lower[i] < other.lower[i] ? other.lower[i] : lower[i];
+            upper[i] = other.upper[i] < upper[i] ? other.upper[i] : upper[i];
+        }
+    }
+    /*! How far \a lean surely lies inside; 0 or less outside. */
     double GetDepth(const Lean& lean) const
     {
         double depth = unbounded;
-        for (std::size_t i = 0; i < sides; ++i) {
-            const double inside = bounds[i] - Along(lean, i);
-            depth = inside < depth ? inside : depth;
+        for (std::size_t i = 0; i < pairs; ++i) {
+            const double along = Along(lean, i);
+            const double below = along - lower[i];
+            const double above = upper[i] - along;
+            const double nearer = below < above ? below : above;
+            depth = nearer < depth ? nearer : depth;
         }
-        return depth;
+        return depth - leanMargin;
     }
 
 private:
-    static constexpr std::size_t sides = 16;
+    static constexpr std::size_t pairs = 8;
 
     struct Normals {
         Normals()
         {
-            constexpr double turn = 6.283185307179586 / double(sides);
-            for (std::size_t i = 0; i < sides; ++i) {
+            constexpr double turn = 3.141592653589793 / double(pairs);
+            for (std::size_t i = 0; i < pairs; ++i) {
                 x[i] = std::cos(turn * double(i));
                 y[i] = std::sin(turn * double(i));
             }
-            // The polygon's corners must not leave the disc, so its sides are that much nearer to the centre.
             apothem = std::cos(turn / 2.0);
         }
-        std::array<double, sides> x;
-        std::array<double, sides> y;
+        std::array<double, pairs> x;
+        std::array<double, pairs> y;
         double apothem;
     };
     static double Along(const Lean& lean, std::size_t i) { return lean.x * normals.x[i] + lean.y * normals.y[i]; }
 
     static const Normals normals;
-    std::array<double, sides> bounds;
+    std::array<double, pairs> lower;
+    std::array<double, pairs> upper;
 };
 
 const Polygon::Normals Polygon::normals;
+
+/*! The polygons of all runs of 16, 256, ... points, of the points that are not in a full run yet, and of all. */
+class PolygonTree
+{
+public:
+    static constexpr int fan = 16;
+
+    void Clear()
+    {
+        for (std::vector<Polygon>& level : levels)
+            level.clear();
+        full = Polygon();
+        rest = Polygon();
+        count = 0;
+    }
+    int GetCount() const { return count; }
+
+    /*! Takes one more point in, which asks for nothing. */
+    void Skip()
+    {
+        if (++count % fan == 0)
+            CloseRun();
+    }
+    /*! Takes one more point in, which asks for a lean in the disc. */
+    void Cut(const Lean& centre, double radius)
+    {
+        rest.Cut(centre, radius);
+        Skip();
+    }
+
+    double GetDepth(const Lean& lean) const { return std::min(full.GetDepth(lean), rest.GetDepth(lean)); }
+
+    /*! Whether \a accepts, called with first and last index (the latter not included) of each run whose polygon doesn't
+     *  hold \a lean, is true for all of them. */
+    template <typename Function>
+    bool AskObjectors(const Lean& lean, Function accepts) const
+    {
+        for (std::size_t level = levels.size(); level-- > 0;) {
+            const std::size_t told = level + 1 < levels.size() ? levels[level + 1].size() * fan : 0;
+            for (std::size_t node = told; node < levels[level].size(); ++node) {
+                if (!AskNode(level, node, lean, accepts))
+                    return false;
+            }
+        }
+        return rest.GetDepth(lean) > 0.0 || accepts(count - count % fan, count);
+    }
+
+private:
+    void CloseRun()
+    {
+        full.Cut(rest);
+        Polygon polygon = rest;
+        rest = Polygon();
+        for (std::size_t level = 0;; ++level) {
+            if (level == levels.size())
+                levels.emplace_back();
+            std::vector<Polygon>& nodes = levels[level];
+            nodes.push_back(polygon);
+            if (nodes.size() % fan != 0)
+                return;
+            for (std::size_t i = nodes.size() - fan; i + 1 < nodes.size(); ++i)
+                polygon.Cut(nodes[i]);
+        }
+    }
+    template <typename Function>
+    bool AskNode(std::size_t level, std::size_t node, const Lean& lean, Function accepts) const
+    {
+        if (levels[level][node].GetDepth(lean) > 0.0)
+            return true;
+        if (level == 0)
+            return accepts(int(node) * fan, int(node) * fan + fan);
+        for (std::size_t child = node * fan; child < (node + 1) * fan; ++child) {
+            if (!AskNode(level - 1, child, lean, accepts))
+                return false;
+        }
+        return true;
+    }
+
+    std::vector<std::vector<Polygon>> levels; //!< runs of 16 points, of 256, and so on
+    Polygon full;                             //!< of all runs
+    Polygon rest;                             //!< of the points behind the last run
+    int count = 0;
+};
 
 /*! Answers, for the chords from one anchor to one probe after the other, whether all points between lie nearer to the
  *  chord's line than the tolerance: exactly as the distances themselves would answer.
  *
  *  Each point between, seen from the anchor, asks of the line's direction that it stay within a disc of leans: centre
- * at the point's own direction, radius tolerance over distance. Three nets of rising cost hold the common part of all
- *  discs: one disc within it, whose test is one comparison; a polygon within it; and the same polygons for blocks of
+ *  at the point's own direction, radius tolerance over distance. Three nets of rising cost hold the common part of all
+ *  discs: one disc within it, whose test is one comparison; a polygon within it; and the same polygons for runs of
  *  points. All three are kept too small by more than rounding could matter, so what lies inside is accepted without a
- *  look at the points. For what lies outside, the points of the blocks that object are measured. */
+ *  look at the points. For what lies outside, the points of the runs that object are measured. */
 class ChordTester
 {
 public:
-    ChordTester(const QList<ZETLaserPoint>& list, double limit)
+    ChordTester(const QList<ZETLaserPoint>& list, double toleranceLimit, double lengthLimit)
         : points(list.constData())
-        , tolerance(limit)
-        , freeSquare(limit * limit * (1.0 - 1e-12))
+        , tolerance(toleranceLimit)
+        , maxLength(lengthLimit)
+        , freeSquare(tolerance * tolerance * (1.0 - squareMargin))
+        , shortSquare(maxLength > 0.0 ? std::min(maxLength * maxLength * (1.0 - squareMargin), largestSquare) : 0.0)
+        , netless(!(tolerance > smallestTolerance && tolerance * tolerance < largestSquare))
     {
     }
 
-    /*! Begins anew at \a index. */
+    /*! Begins anew at \a index, behind which another point stands. */
     void Start(int index)
     {
         anchor = index;
-        added = index;
-        plain = !(tolerance > smallestTolerance && tolerance * tolerance < largestSquare);
-        outliers.clear();
         hasReference = false;
+        outliers.clear();
+        previous = Look(anchor + 1);
     }
 
-    /*! Whether all points between anchor and \a probe lie within the tolerance of the chord. Probes rise by one. */
+    /*! Whether all points between anchor and \a probe lie within the tolerance of the chord, and the chord within the
+     *  length. Probes rise by one, from the second point behind the anchor. */
     bool Accepts(int probe)
     {
-        const ZETMathVector chord = From(probe);
-        Add(probe - 1);
-        const double square = chord.GetSquaredMagnitude();
-        if (degenerateChord > std::sqrt(square))
+        AddPrevious(probe - 1);
+        previous = Look(probe);
+        const double square = previous.square;
+        if (!(square < shortSquare) && !(maxLength > std::sqrt(square)))
+            return false;
+        constexpr double surelyALine = degenerateChord * degenerateChord * (1.0 + squareMargin);
+        if (!(square > surelyALine) && degenerateChord > std::sqrt(square))
             return true;
-        if (plain || !(square < largestSquare))
-            return Measure(chord, anchor + 1, probe);
+        if (netless || !(square < largestSquare))
+            return Measure(probe, anchor + 1, probe);
         for (const int outlier : outliers) {
-            if (!Measure(chord, outlier, outlier + 1))
+            if (!Measure(probe, outlier, outlier + 1))
                 return false;
         }
         if (!hasReference)
             return true; // no other point between is as far from the anchor as the tolerance
-        const Lean lean = GetLean(chord);
-        const double x = lean.x - discCentre.x;
-        const double y = lean.y - discCentre.y;
-        if (discRadius > 0.0 && x * x + y * y < discRadius * discRadius && IsEasy(lean))
+        // The disc has no leans above twice the largest, so rounding can't grow.
+        if (previous.GetSquareTo(discCentre) < discSquare * previous.height * previous.height)
             return true;
-        return AcceptsOutsideDisc(chord, lean, probe);
+        return AcceptsOutsideDisc(probe);
     }
 
 private:
-    static constexpr int blockSize = 32;
-    static constexpr int blocksOfGroup = 32;
-
-    ZETMathVector From(int index) const { return points[index].GetPosition() - points[anchor].GetPosition(); }
-
-    /*! The point's demand on the line. \a height is along the reference; a margin for rounding is taken off the
-     *  tolerance. */
-    struct Demand {
-        double x;
-        double y;
-        double height;
-        double tolerance;
-    };
-    Demand GetDemand(const ZETMathVector& point) const
+    Sight Look(int index) const
     {
-        const double x = point * across;
-        const double y = point * upwards;
-        const double height = point * reference;
-        return {x, y, height, tolerance - roundingMargin * (std::abs(x) + std::abs(y) + std::abs(height))};
+        const ZETMathPoint& from = points[anchor].GetPosition();
+        const ZETMathPoint& to = points[index].GetPosition();
+        const double dx = to.GetX() - from.GetX();
+        const double dy = to.GetY() - from.GetY();
+        const double dz = to.GetZ() - from.GetZ();
+        Sight sight{dx, dy, dz, dx * dx + dy * dy + dz * dz};
+        if (hasReference)
+            PutInFrame(sight);
+        return sight;
     }
-    Lean GetLean(const ZETMathVector& chord) const
+    void PutInFrame(Sight& sight) const
     {
-        const double height = chord * reference;
-        return {(chord * across) / height, (chord * upwards) / height};
+        const ZETMathVector offset(sight.dx, sight.dy, sight.dz);
+        sight.across = offset * acrossDirection;
+        sight.upwards = offset * upwardsDirection;
+        sight.height = offset * reference;
     }
-    /*! Not so steep that rounding would grow; false for what isn't a number. */
-    static bool IsEasy(const Lean& lean) { return std::abs(lean.x) <= largestLean && std::abs(lean.y) <= largestLean; }
 
-    /*! Takes point \a index in among those that chords must pass: narrows the disc. The polygons follow when they are
-     *  needed. */
-    void Add(int index)
+    bool IsFree(const Sight& sight) const { return sight.square < freeSquare; }
+    /*! Whether the nets can hold what the point asks for. Else it is an outlier: too far away for squares, not at
+     *  numbers, aside of the anchor, or so far away that rounding uses the tolerance up. */
+    bool IsNetted(const Sight& sight) const
+    {
+        return sight.square < largestSquare &&
+               std::abs(sight.height) * largestNettedLean > std::abs(sight.across) + std::abs(sight.upwards) &&
+               sight.GetRoom(tolerance) > 0.0;
+    }
+
+    /*! Takes \a previous, the point \a index, in among those that chords must pass: it narrows the disc. The polygons
+     *  follow when they are needed. */
+    void AddPrevious(int index)
     {
         added = index;
-        if (plain)
-            return;
-        const ZETMathVector point = From(index);
-        const double square = point.GetSquaredMagnitude();
-        if (square < freeSquare)
-            return; // nearer to the anchor than any line through it may pass
-        if (!(square < largestSquare)) {
-            outliers.push_back(index);
-            return;
+        if (netless || IsFree(previous))
+            return; // a free point is nearer to the anchor than any line through it may pass
+        if (!hasReference && previous.square < largestSquare) {
+            SetReference();
+            firstInTree = added;
         }
-        if (!hasReference)
-            SetReference(point, index - 1);
-        const Demand demand = GetDemand(point);
-        const double x = demand.x - discCentre.x * demand.height;
-        const double y = demand.y - discCentre.y * demand.height;
-        const double radius = (demand.tolerance - std::sqrt(x * x + y * y)) / std::abs(demand.height);
-        if (!(radius >= discRadius))
-            discRadius = radius;
+        if (!IsNetted(previous))
+            outliers.push_back(added);
+        else
+            NarrowDisc();
     }
 
-    /*! Looks along \a direction from now on. The points up to \a until ask for nothing; the others come in anew. */
-    void SetReference(const ZETMathVector& direction, int until)
+    void NarrowDisc()
     {
-        reference = direction;
+        const double height = std::abs(previous.height);
+        const double room = previous.GetRoom(tolerance);
+        const double square = previous.GetSquareTo(discCentre);
+        const double spare = room - std::sqrt(discSquare) * height;
+        if (spare >= 0.0 && square <= spare * spare)
+            return; // the disc lies within that of the point
+        const double radius = discShrinkage * (room - std::sqrt(square)) / height;
+        SetDisc(discCentre, radius);
+    }
+    void SetDisc(const Lean& centre, double radius)
+    {
+        discCentre = centre;
+        discSquare = radius > 0.0 ? std::min(radius * radius, largestLean * largestLean) : 0.0;
+    }
+
+    /*! Looks along \a previous from now on, with nets that know no point. */
+    void SetReference()
+    {
+        reference = ZETMathVector(previous.dx, previous.dy, previous.dz);
         reference.Normalize();
         const ZETMathVector aside =
             std::abs(reference.GetX()) < 0.5 ? ZETMathVector(1.0, 0.0, 0.0) : ZETMathVector(0.0, 1.0, 0.0);
-        across = reference ^ aside;
-        across.Normalize();
-        upwards = reference ^ across;
+        acrossDirection = reference ^ aside;
+        acrossDirection.Normalize();
+        upwardsDirection = reference ^ acrossDirection;
         hasReference = true;
         referenceAt = added;
-        discCentre = {0.0, 0.0};
-        discRadius = unbounded;
-        firstInBlocks = until + 1;
-        inBlocks = until;
-        all = Polygon();
-        groups.clear();
-        blocks.clear();
+        PutInFrame(previous);
+        SetDisc({0.0, 0.0}, largestLean);
+        tree.Clear();
     }
-
-    /*! Takes the points that only the disc knows into the polygons. */
-    void FillPolygons()
+    /*! The same while points lie between already: the tree and the outliers take them in anew, the disc holds none. */
+    void RenewReference()
     {
-        while (inBlocks < added) {
-            ++inBlocks;
-            const int place = inBlocks - firstInBlocks;
-            if (place % blockSize == 0)
-                blocks.emplace_back();
-            if (place % (blockSize * blocksOfGroup) == 0)
-                groups.emplace_back();
-            const ZETMathVector point = From(inBlocks);
-            const double square = point.GetSquaredMagnitude();
-            if (square < freeSquare || !(square < largestSquare))
-                continue;
-            const Demand demand = GetDemand(point);
-            const double height = std::abs(demand.height);
-            if (!(height > 1e-3 * (std::abs(demand.x) + std::abs(demand.y))) || !(demand.tolerance > 0.0)) {
-                for (Polygon* polygon : {&all, &groups.back(), &blocks.back()})
-                    polygon->Close();
-                continue;
-            }
-            const Lean centre{demand.x / demand.height, demand.y / demand.height};
-            for (Polygon* polygon : {&all, &groups.back(), &blocks.back()})
-                polygon->Cut(centre, demand.tolerance / height);
+        SetReference();
+        SetDisc({0.0, 0.0}, 0.0);
+        firstInTree = anchor + 1;
+        outliers.clear();
+        for (int index = firstInTree; index <= added; ++index) {
+            const Sight sight = Look(index);
+            if (!IsFree(sight) && !IsNetted(sight))
+                outliers.push_back(index);
+        }
+    }
+    /*! Takes the points that only the disc knows into the tree. */
+    void FillTree()
+    {
+        for (int index = firstInTree + tree.GetCount(); index <= added; ++index) {
+            const Sight sight = Look(index);
+            if (IsFree(sight) || !IsNetted(sight))
+                tree.Skip();
+            else
+                tree.Cut(sight.GetLean(), sight.GetRoom(tolerance) / std::abs(sight.height));
         }
     }
 
-    bool AcceptsOutsideDisc(const ZETMathVector& chord, const Lean& lean, int probe)
+    bool AcceptsOutsideDisc(int probe)
     {
-        FillPolygons();
-        const bool easy = IsEasy(lean);
-        const double depth = easy ? all.GetDepth(lean) - leanMargin : -1.0;
+        FillTree();
+        const Lean lean = previous.GetLean();
+        if (!(std::abs(lean.x) <= largestLean && std::abs(lean.y) <= largestLean)) {
+            const bool accepted = Measure(probe, anchor + 1, probe);
+            if (accepted && IsNewReferenceDue())
+                RenewReference();
+            return accepted;
+        }
+        const double depth = tree.GetDepth(lean);
         if (depth > 0.0) {
-            discCentre = lean;
-            discRadius = depth;
+            SetDisc(lean, depth);
             return true;
         }
-        if (!(easy ? MeasureObjectors(chord, lean, probe) : Measure(chord, anchor + 1, probe)))
-            return false;
-        const bool uneasy = !(std::abs(lean.x) <= uneasyLean && std::abs(lean.y) <= uneasyLean);
-        if (uneasy && added - anchor >= 2 * (referenceAt - anchor)) {
-            SetReference(chord, anchor);
-            discRadius = -unbounded; // the polygons know all points, the disc none
-        }
-        return true;
+        const bool accepted = tree.AskObjectors(
+            lean, [&](int from, int to) { return Measure(probe, firstInTree + from, firstInTree + to); });
+        if (accepted && std::max(std::abs(lean.x), std::abs(lean.y)) > uneasyLean && IsNewReferenceDue())
+            RenewReference();
+        return accepted;
     }
-
-    /*! Measures the points of those blocks whose polygon doesn't hold \a lean. */
-    bool MeasureObjectors(const ZETMathVector& chord, const Lean& lean, int probe) const
-    {
-        for (std::size_t group = 0; group < groups.size(); ++group) {
-            if (groups[group].GetDepth(lean) > leanMargin)
-                continue;
-            const std::size_t first = group * blocksOfGroup;
-            const std::size_t last = std::min(first + blocksOfGroup, blocks.size());
-            for (std::size_t block = first; block < last; ++block) {
-                if (blocks[block].GetDepth(lean) > leanMargin)
-                    continue;
-                const int from = firstInBlocks + static_cast<int>(block) * blockSize;
-                if (!Measure(chord, from, std::min(from + blockSize, probe)))
-                    return false;
-            }
-        }
-        return true;
-    }
+    /*! At least as many points must come in as have to be taken in anew. */
+    bool IsNewReferenceDue() const { return added - anchor >= 2 * (referenceAt - anchor); }
 
     /*! The plain test of the points from \a from to \a to, the latter not included. */
-    bool Measure(const ZETMathVector& chord, int from, int to) const
+    bool Measure(int probe, int from, int to) const
     {
         ZETMathLine line;
         line.SetOrigin(points[anchor].GetPosition());
-        line.SetVector(chord);
+        line.SetVector(points[probe].GetPosition() - points[anchor].GetPosition());
         for (int i = from; i < to; ++i) {
             if (line.GetDistanceTo(points[i].GetPosition()) >= tolerance) // false for what isn't a number
                 return false;
@@ -296,34 +421,32 @@ private:
         return true;
     }
 
-    static constexpr double leanMargin = 4.0 * std::numeric_limits<double>::epsilon();
-
     const ZETLaserPoint* points;
     double tolerance;
-    double freeSquare;
+    double maxLength;
+    double freeSquare;  //!< below it, a point is nearer to the anchor than the tolerance
+    double shortSquare; //!< below it, a chord is shorter than the largest length
+    bool netless;       //!< every chord is measured
 
     int anchor = 0;
     int added = 0;             //!< last point that chords must pass
-    bool plain = false;        //!< every chord of this anchor is measured
-    std::vector<int> outliers; //!< points too far away, or not at numbers, for the nets: measured for each chord
+    Sight previous{};          //!< the point of the last probe
+    std::vector<int> outliers; //!< points that are measured for each chord
 
     bool hasReference = false;
     int referenceAt = 0; //!< value of added when the reference was chosen
     ZETMathVector reference;
-    ZETMathVector across;
-    ZETMathVector upwards;
+    ZETMathVector acrossDirection;
+    ZETMathVector upwardsDirection;
 
     Lean discCentre{0.0, 0.0};
-    double discRadius = 0.0;
+    double discSquare = 0.0; //!< of its radius
 
-    int firstInBlocks = 0;
-    int inBlocks = 0; //!< last point that the polygons know
-    Polygon all;
-    std::vector<Polygon> groups;
-    std::vector<Polygon> blocks;
+    int firstInTree = 0;
+    PolygonTree tree;
 };
 
-/*! The same test for the closing chord from point \a from to point 0. */
+/*! The same test for the closing chord from point \a from to point 0, which has no largest length. */
 bool AcceptsClosing(const QList<ZETLaserPoint>& points, int from, double tolerance)
 {
     const ZETMathPoint& start = points[from].GetPosition();
@@ -336,17 +459,21 @@ bool AcceptsClosing(const QList<ZETLaserPoint>& points, int from, double toleran
     const auto isOff = [&](const ZETLaserPoint& point) { return line.GetDistanceTo(point.GetPosition()) >= tolerance; };
     return std::none_of(points.cbegin() + from + 1, points.cend(), isOff);
 }
+} // namespace
 
-std::vector<char> FindRemovals(const QList<ZETLaserPoint>& points, bool closed, double tolerance, double maxLength)
+std::vector<char> ZETLaserThinning::FindRemovals(const QList<ZETLaserPoint>& points, bool closed, double tolerance,
+                                                 double maxLength)
 {
     const int count = static_cast<int>(points.size());
     std::vector<char> removed(static_cast<std::size_t>(count), 0);
-    ChordTester tester(points, tolerance);
+    // No deviation is below 0, so without a positive tolerance nothing can go.
+    if (count < 2 || !(tolerance > 0.0))
+        return removed;
+    ChordTester tester(points, tolerance, maxLength);
     for (int anchor = 0; anchor < count - 2;) {
-        const ZETMathPoint& start = points[anchor].GetPosition();
         tester.Start(anchor);
         int probe = anchor + 2;
-        while (probe < count && maxLength > points[probe].GetDistanceTo(start) && tester.Accepts(probe)) {
+        while (probe < count && tester.Accepts(probe)) {
             removed[static_cast<std::size_t>(probe - 1)] = 1;
             ++probe;
         }
@@ -362,17 +489,18 @@ std::vector<char> FindRemovals(const QList<ZETLaserPoint>& points, bool closed, 
     }
     return removed;
 }
-} // namespace
 
 void ZETLaserThinning::Thin(QList<ZETLaserPoint>& points, bool closed, double tolerance, double maxLength)
 {
-    // No deviation is below 0, so without a positive tolerance nothing can go.
-    if (points.size() < 2 || !(tolerance > 0.0))
-        return;
     const std::vector<char> removed = FindRemovals(std::as_const(points), closed, tolerance, maxLength);
     const auto first = std::find(removed.cbegin(), removed.cend(), 1);
     if (first == removed.cend())
         return; // a list that is shared stays so
-    std::size_t index = 0;
-    points.removeIf([&](const ZETLaserPoint&) { return removed[index++] != 0; });
+    ZETLaserPoint* list = points.data();
+    qsizetype kept = first - removed.cbegin();
+    for (qsizetype i = kept + 1; i < points.size(); ++i) {
+        if (removed[static_cast<std::size_t>(i)] == 0)
+            list[kept++] = list[i];
+    }
+    points.resize(kept);
 }

@@ -2,16 +2,16 @@
 
 #include <QList>
 
+#include <vector>
+
 class ZETLaserPoint;
 
-/*! The reduction of points along a curve.
- *
- *  From an anchor, which is point 0 at first, the pass probes one chord after the other: to the second next point, the
- *  third next, and so on, as long as all points between lie nearer to the chord's line than the tolerance. The last
- * point that such a chord reached is kept and becomes the next anchor. Done plainly, a run of m points costs m * m / 2
- *  distances; ZETLaserThinning.cpp tells how most of them are spared. What is kept is the same to the last bit. */
+/*! The reduction of points along a curve: see ZETLaserCurve::MinimizePoints. Lengths are mm. */
 namespace ZETLaserThinning
 {
-/*! Removes from \a points what the pass finds: see ZETLaserCurve::MinimizePoints. Lengths are mm. */
+/*! For each of the \a points whether the greedy pass removes it: 1 if so, otherwise 0. */
+std::vector<char> FindRemovals(const QList<ZETLaserPoint>& points, bool closed, double tolerance, double maxLength);
+
+/*! Removes those from \a points. */
 void Thin(QList<ZETLaserPoint>& points, bool closed, double tolerance, double maxLength);
 } // namespace ZETLaserThinning
