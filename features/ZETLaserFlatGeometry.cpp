@@ -1,5 +1,7 @@
 #include "features/ZETLaserFlatGeometry.h"
 
+#include "features/ZETLaserModelTree.h"
+
 #include <ZETComposites/ZETCompFlatPattern.h>
 #include <ZETComposites/ZETCompFlatPoint.h>
 #include <ZETComposites/ZETCompStrategy.h>
@@ -9,15 +11,6 @@
 
 namespace
 {
-
-ZETCompStrategy* FindStrategy(const ZETCompFlatPattern& flatPattern)
-{
-    for (ZETFeatObject* ancestor = flatPattern.GetParent(); ancestor; ancestor = ancestor->GetParent()) {
-        if (auto* const strategy = qobject_cast<ZETCompStrategy*>(ancestor))
-            return strategy;
-    }
-    return nullptr;
-}
 
 ZETCompFlatPoint* FindImage(const ZETCompFlatPattern& flatPattern, const ZETFeatGeometry* source)
 {
@@ -33,7 +26,7 @@ ZETCompFlatPoint* FindImage(const ZETCompFlatPattern& flatPattern, const ZETFeat
 
 bool GetFlattenedSeedPoint(ZETCompFlatPattern* flatPattern, ZETMathPoint& point)
 {
-    const ZETCompStrategy* const strategy = flatPattern ? FindStrategy(*flatPattern) : nullptr;
+    const ZETCompStrategy* const strategy = flatPattern ? FindAncestor<ZETCompStrategy>(*flatPattern) : nullptr;
     if (!strategy)
         return false;
     const ZETCompFlatPoint* const flatPoint = FindImage(*flatPattern, strategy->GetSeedPoint());

@@ -1,6 +1,7 @@
 #include "features/ZETLaserParameterProvider.h"
 
 #include "features/ZETLaserBuiltInParameters.h"
+#include "features/ZETLaserModelTree.h"
 #include "laser/ZETLaserOptions.h"
 
 #include <ZETComposites/ZETCompFlatContour.h>
@@ -37,17 +38,6 @@ const QStringList& GetBuiltInParameters()
 
 namespace
 {
-/*! The nearest feature of class \a Feature above \a object; null if there is none. */
-template <typename Feature>
-Feature* FindAbove(const ZETFeatObject* object)
-{
-    for (ZETFeatObject* parent = object->GetParent(); parent; parent = parent->GetParent()) {
-        if (auto* found = qobject_cast<Feature*>(parent))
-            return found;
-    }
-    return nullptr;
-}
-
 /*! The first of \a features that is a \a Feature; null if none is. */
 template <typename Feature>
 Feature* FirstOf(const QList<ZETFeatObject*>& features)
@@ -68,14 +58,14 @@ ZETCompFlatContour* FirstFlatContour(const ZETFeatObject* feature)
 /*! A ply or sub-ply with all that its macros are about. */
 struct Place {
     explicit Place(const ZETCompPlyBase* plyBase)
-        : root(FindAbove<ZETCompRoot>(plyBase))
-        , layup(FindAbove<ZETCompLayup>(plyBase))
-        , sequence(FindAbove<ZETCompSequence>(plyBase))
+        : root(FindAncestor<ZETCompRoot>(*plyBase))
+        , layup(FindAncestor<ZETCompLayup>(*plyBase))
+        , sequence(FindAncestor<ZETCompSequence>(*plyBase))
         , ply(qobject_cast<const ZETCompPly*>(plyBase))
         , subPly(qobject_cast<const ZETCompSubPly*>(plyBase))
     {
         if (subPly)
-            ply = FindAbove<ZETCompPly>(subPly);
+            ply = FindAncestor<ZETCompPly>(*subPly);
     }
 
     bool IsComplete() const { return root && layup && sequence && ply; }

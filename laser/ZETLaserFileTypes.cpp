@@ -1,5 +1,6 @@
 #include "laser/ZETLaserFileTypes.h"
 
+#include "writers/ZETLaserWriterDXF.h"
 #include "writers/ZETLaserWriterVirtek.h"
 
 #include <array>
@@ -34,7 +35,7 @@ constexpr std::array<ZETLaserFileType, 13> fileTypes{{
     {"APT"_L1, ".APT"_L1, nullptr},
     {"APT_2"_L1, ".APT"_L1, nullptr},
     {"SL APT"_L1, ".APT"_L1, nullptr},
-    {"DXF"_L1, ".DXF"_L1, nullptr},
+    {"DXF"_L1, ".DXF"_L1, Make<ZETLaserWriterDXF>},
     {"Quilmon Composites Part Data"_L1, ".CPD"_L1, nullptr},
 }};
 static_assert(fileTypes.size() == ZETLaserOptions::FileQuilmonPartData + 1);

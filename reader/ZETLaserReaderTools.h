@@ -1,5 +1,7 @@
 #pragma once
 
+#include "features/ZETLaserModelTree.h"
+
 #include <ZETFeature/ZETFeatObject.h>
 #include <ZETSystem/ZETSysMessageQueue.h>
 #include <ZETTopology/ZETTopBody.h>
@@ -16,25 +18,6 @@ inline void AddWarning(const QString& text)
 {
     if (ZETSysMessageQueue* const queue = ZETSysMessageQueue::GetMessageQueue())
         queue->AddMessage(text, ZETSysMessageQueue::TypeWarning);
-}
-
-/*! The nearest ancestor of class \a T; null if there is none. */
-template <typename T>
-T* FindAncestor(const ZETFeatObject& feature)
-{
-    for (ZETFeatObject* ancestor = feature.GetParent(); ancestor; ancestor = ancestor->GetParent()) {
-        if (T* const cast = qobject_cast<T*>(ancestor))
-            return cast;
-    }
-    return nullptr;
-}
-
-/*! \a feature itself if it is of class \a T, otherwise its nearest ancestor that is; null if there is none. */
-template <typename T>
-T* FindSelfOrAncestor(ZETFeatObject& feature)
-{
-    T* const self = qobject_cast<T*>(&feature);
-    return self ? self : FindAncestor<T>(feature);
 }
 
 /*! The parent of the parent of \a feature, cast to class \a T. */
