@@ -356,7 +356,6 @@ void TestLaserProcesses::typesWithoutAWriterAreNotWritten()
                                                 Options::FileAPT,
                                                 Options::FileAPT_2,
                                                 Options::FileAPT_SL,
-                                                Options::FileDXF,
                                                 Options::FileQuilmonPartData};
     for (const Options::EOutputFileType type : types) {
         Options options;
