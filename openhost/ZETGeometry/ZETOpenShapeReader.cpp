@@ -305,6 +305,7 @@ void ReadIges(const QString& path, ZETOpenShapeContent& content)
     IGESControl_Reader reader;
     if (reader.ReadFile(QFile::encodeName(path).constData()) != IFSelect_RetDone)
         Fail(path, Text::tr("the IGES file can't be understood"));
+    CheckEntities(path, reader);
     CollectIgesUnit(reader, content);
     reader.TransferRoots();
     content.shape = reader.OneShape();

@@ -25,6 +25,7 @@ ZETOpenSurfaceProjector::ZETOpenSurfaceProjector(const TopoDS_Face& face, const 
     , classifier(std::make_unique<BRepTopAdaptor_FClass2d>(face, Precision::PConfusion()))
 {
     nearest.SetFlag(Extrema_ExtFlag_MIN);
+    nearest.SetAlgo(Extrema_ExtAlgo_Tree);
     nearest.Initialize(*surface, surface->FirstUParameter(), surface->LastUParameter(), surface->FirstVParameter(),
                        surface->LastVParameter(), parameterTolerance, parameterTolerance);
     for (TopExp_Explorer edges(face, TopAbs_EDGE); edges.More(); edges.Next())
@@ -63,15 +64,17 @@ void ZETOpenSurfaceProjector::AddBorder(const TopoDS_Face& face, const TopoDS_Ed
         return;
     Border border;
     border.curve = new Adaptor3d_CurveOnSurface(new Geom2dAdaptor_Curve(parameters, first, last), surface);
+    const auto addSample = [&border](double parameter) {
+        border.parameters.push_back(parameter);
+        border.samples.push_back(border.curve->Value(parameter));
+    };
     const double length = BRep_Tool::Degenerated(edge) ? 0.0 : GCPnts_AbscissaPoint::Length(*border.curve);
-    border.samples.push_back(border.curve->Value(first));
+    addSample(first);
     if (length > 0.0) {
         const GCPnts_UniformAbscissa steps(*border.curve, samplesPerBorder);
-        if (steps.IsDone()) {
-            for (int i = 2; i <= steps.NbPoints(); ++i)
-                border.samples.push_back(border.curve->Value(steps.Parameter(i)));
-        }
-        border.samples.push_back(border.curve->Value(last));
+        for (int i = 2; steps.IsDone() && i < steps.NbPoints(); ++i)
+            addSample(steps.Parameter(i));
+        addSample(last);
         border.reach = steps.IsDone() ? length / (samplesPerBorder - 1) : length;
     }
     borders.push_back(std::move(border));
@@ -105,28 +108,46 @@ void ZETOpenSurfaceProjector::ProjectInside(const gp_Pnt& point, Extrema_ExtPS& 
 
 void ZETOpenSurfaceProjector::ProjectOnBorders(const gp_Pnt& point, Place& best) const
 {
-    for (const Border& border : borders) {
-        double squared = std::numeric_limits<double>::infinity();
-        for (const gp_Pnt& sample : border.samples)
-            squared = std::min(squared, sample.SquareDistance(point));
-        if (std::sqrt(squared) - border.reach < best.distance)
-            ProjectOnBorder(point, border, best);
+    for (const Border& border : borders)
+        ProjectOnBorder(point, border, best);
+}
+
+/*! Searches those parts of the border whose samples don't rule them out. */
+void ZETOpenSurfaceProjector::ProjectOnBorder(const gp_Pnt& point, const Border& border, Place& best) const
+{
+    std::vector<double> distances;
+    distances.reserve(border.samples.size());
+    for (const gp_Pnt& sample : border.samples)
+        distances.push_back(sample.Distance(point));
+    const auto nearestSample = std::min_element(distances.begin(), distances.end());
+    if (*nearestSample - border.reach >= best.distance)
+        return;
+    const auto index = std::size_t(nearestSample - distances.begin());
+    Take(point, border.curve->GetCurve()->Value(border.parameters[index]), best);
+    const double limit = best.distance + border.reach;
+    for (std::size_t from = 0; from < distances.size(); ++from) {
+        if (distances[from] >= limit)
+            continue;
+        std::size_t to = from;
+        while (to + 1 < distances.size() && distances[to + 1] < limit)
+            ++to;
+        ProjectBetween(point, border, from > 0 ? from - 1 : 0, std::min(to + 1, distances.size() - 1), best);
+        from = to;
     }
 }
 
-void ZETOpenSurfaceProjector::ProjectOnBorder(const gp_Pnt& point, const Border& border, Place& best) const
+void ZETOpenSurfaceProjector::ProjectBetween(const gp_Pnt& point, const Border& border, std::size_t from,
+                                             std::size_t to, Place& best) const
 {
+    const double first = border.parameters[from];
+    const double last = border.parameters[to];
     const auto& parameters = border.curve->GetCurve();
-    const double first = border.curve->FirstParameter();
-    const double last = border.curve->LastParameter();
     Take(point, parameters->Value(first), best);
     Take(point, parameters->Value(last), best);
-    if (border.samples.size() < 2)
+    if (last - first <= Precision::PConfusion())
         return;
     const Extrema_ExtPC search(point, *border.curve, first, last);
-    if (!search.IsDone())
-        return;
-    for (int i = 1; i <= search.NbExt(); ++i)
+    for (int i = 1; search.IsDone() && i <= search.NbExt(); ++i)
         Take(point, parameters->Value(search.Point(i).Parameter()), best);
 }
 

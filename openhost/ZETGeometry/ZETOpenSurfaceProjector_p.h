@@ -34,7 +34,8 @@ private:
     struct Border {
         Handle(Adaptor3d_CurveOnSurface) curve;
         std::vector<gp_Pnt> samples;
-        double reach = 0.0; //!< no place of the edge is farther from a sample
+        std::vector<double> parameters; //!< of the samples, rising
+        double reach = 0.0;             //!< no place of the edge is farther from a sample
     };
 
     void AddBorder(const TopoDS_Face& face, const TopoDS_Edge& edge);
@@ -42,6 +43,7 @@ private:
     void ProjectInside(const gp_Pnt& point, Extrema_ExtPS& search, Place& best) const;
     void ProjectOnBorders(const gp_Pnt& point, Place& best) const;
     void ProjectOnBorder(const gp_Pnt& point, const Border& border, Place& best) const;
+    void ProjectBetween(const gp_Pnt& point, const Border& border, std::size_t from, std::size_t to, Place& best) const;
     void Refine(const gp_Pnt& point, Place& best) const;
     void Take(const gp_Pnt& point, const gp_Pnt2d& parameters, Place& best) const;
 
