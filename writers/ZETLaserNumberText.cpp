@@ -7,6 +7,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 
 namespace
 {
@@ -49,43 +50,76 @@ constexpr std::array<char, 200> MakePairs()
 }
 constexpr std::array<char, 200> digitPairs = MakePairs();
 
+void WritePair(char* at, std::uint64_t number)
+{
+    std::memcpy(at, &digitPairs[2 * number], 2);
+}
+
 /*! Writes the last \a count digits of \a number in front of \a end, zeros in front of it included. */
 void WriteDigits(char* end, std::uint64_t number, int count)
 {
     for (; count >= 2; count -= 2) {
         end -= 2;
-        std::memcpy(end, &digitPairs[2 * (number % 100)], 2);
+        WritePair(end, number % 100);
         number /= 100;
     }
     if (count > 0)
         *(end - 1) = static_cast<char>('0' + number % 10);
 }
 
+constexpr int usualDigits = 8;
+constexpr std::uint64_t usualLimit = 100000000;
+
+/*! The digits of a number below usualLimit: without a loop, because how long it would run can't be predicted. */
+int CountUsualDigits(std::uint64_t number)
+{
+    number |= 1;                                             // zero has a digit too, and no other count changes
+    const int guess = (std::bit_width(number) * 1233) >> 12; // times the logarithm of 2
+    return guess + (number >= powersOfTen[static_cast<std::size_t>(guess)] ? 1 : 0);
+}
+
 int CountDigits(std::uint64_t number)
 {
-    int digits = 1;
-    for (; number >= 10000; number /= 10000)
-        digits += 4;
-    for (; number >= 10; number /= 10)
+    int digits = usualDigits;
+    for (number /= usualLimit; number > 0; number /= 10)
         ++digits;
     return digits;
 }
 
+/*! Appends sign and number; \a mostDigits is room for the whole digits, of which \a digits are needed. */
+template <int mostDigits>
+void AppendText(QByteArray& buffer, bool negative, const Rounded& number, int digits, int decimals)
+{
+    std::array<char, 1 + mostDigits + 1 + mostDecimals> text;
+    char* point = text.data() + 1 + mostDigits;
+    if constexpr (mostDigits == usualDigits) {
+        const std::uint64_t high = number.whole / 10000;
+        const std::uint64_t low = number.whole % 10000;
+        WritePair(point - 8, high / 100);
+        WritePair(point - 6, high % 100);
+        WritePair(point - 4, low / 100);
+        WritePair(point - 2, low % 100);
+    } else {
+        WriteDigits(point, number.whole, digits);
+    }
+    *point = '.';
+    WriteDigits(point + 1 + decimals, number.part, decimals);
+    *(point - digits - 1) = '-';
+    const char* start = point - digits - (negative ? 1 : 0);
+    const char* end = decimals > 0 ? point + 1 + decimals : point;
+
+    const qsizetype size = buffer.size();
+    buffer.resize(size + (end - start));
+    std::memcpy(buffer.data() + size, start, static_cast<std::size_t>(end - start));
+}
+
 void AppendRounded(QByteArray& buffer, bool negative, const Rounded& number, int decimals)
 {
-    const int digits = CountDigits(number.whole);
-    const int length = (negative ? 1 : 0) + digits + (decimals > 0 ? 1 + decimals : 0);
-    const qsizetype start = buffer.size();
-    buffer.resize(start + length);
-    char* at = buffer.data() + start;
-    if (negative)
-        *at++ = '-';
-    at += digits;
-    WriteDigits(at, number.whole, digits);
-    if (decimals > 0) {
-        *at = '.';
-        WriteDigits(at + 1 + decimals, number.part, decimals);
-    }
+    if (number.whole < usualLimit)
+        AppendText<usualDigits>(buffer, negative, number, CountUsualDigits(number.whole), decimals);
+    else
+        AppendText<std::numeric_limits<std::uint64_t>::digits10 + 1>(buffer, negative, number,
+                                                                     CountDigits(number.whole), decimals);
 }
 } // namespace
 
