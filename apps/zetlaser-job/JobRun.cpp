@@ -10,6 +10,7 @@
 #include "openhost/layup/ZETOpenLayupFile.h"
 #include "openhost/ZETMaterial/ZETOpenMaterial.h"
 
+#include <ZETComposites/ZETCompPlyBase.h>
 #include <ZETComposites/ZETCompRoot.h>
 #include <ZETComposites/ZETCompRosette.h>
 #include <ZETFeature/ZETFeatContainer.h>
@@ -19,7 +20,7 @@
 #include <QDir>
 #include <QFileInfo>
 
-#include <cmath>
+#include <algorithm>
 #include <memory>
 
 using namespace Qt::Literals::StringLiterals;
@@ -63,6 +64,7 @@ public:
         PrepareOutput();
         LoadModel();
         FillOptions(options, *model.root, settings);
+        WarnOfLetters();
         ReadAndThin();
         if (options.CreateLaserData())
             WriteFiles();
@@ -101,6 +103,21 @@ private:
         }
         for (const ZETOpenJsonError& warning : model.warnings)
             JobConsole::WriteMessage(Translate("warning"), warning.GetMessage());
+    }
+
+    /*! DXF is written as UTF-8 and names no code page, so readers of its old form show other letters. */
+    void WarnOfLetters() const
+    {
+        if (options.GetFileType() != ZETLaserOptions::FileDXF)
+            return;
+        for (const ZETCompPlyBase* ply : options.GetPlies()) {
+            const QString label = ply->GetLabel();
+            const bool isPlain = std::all_of(label.begin(), label.end(), [](QChar c) { return c.unicode() < 128; });
+            if (!isPlain)
+                JobConsole::WriteMessage(
+                    Translate("warning"),
+                    Translate("the name \"%1\" has letters beyond ASCII; some readers of DXF show others").arg(label));
+        }
     }
 
     void ReadAndThin()

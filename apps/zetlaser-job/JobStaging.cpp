@@ -145,6 +145,11 @@ JobStaging::JobStaging(const QString& inFolder)
         FailWriting(Translate("can't write into the folder %1: there is no such folder").arg(folder));
     if (!info.isDir())
         FailWriting(Translate("can't write into %1: it is no folder").arg(folder));
+    // One job at a time looks for leftovers and makes its folder, so that none takes a folder without a lock yet for
+    // one that was left. A file system without locks has to do without.
+    const Descriptor parent(folder, O_RDONLY | O_DIRECTORY);
+    if (parent.IsOpen())
+        flock(parent.Get(), LOCK_EX);
     RemoveLeftovers();
 
     const QMutexLocker locker(&GetCommitMutex());

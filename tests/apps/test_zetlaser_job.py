@@ -416,6 +416,24 @@ class Atomicity(JobTest):
         return subprocess.Popen(call, cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
 
 
+class NoRoom(JobTest):
+    def test_a_full_device_is_told_and_leaves_previous_files(self):
+        # A small file system of its own, in a name space of its own.
+        script = 'mount -t tmpfs -o size=128k none "$1" || exit 99; cd "$1"; shift; echo previous >blade.ply; "$@"; ' \
+                 'code=$?; cat blade.ply; ls -A; exit $code'
+        call = ["--", "bash", "-c", script, "bash", self.folder, PROGRAM, BLADE, "--type", "virtek", "--output", "blade.ply"]
+        for unshare in (["unshare", "--mount"], ["unshare", "--map-root-user", "--mount"]):
+            result = subprocess.run([*unshare, *map(str, call)], capture_output=True, text=True, check=False)
+            if result.returncode != 99 and "unshare failed" not in result.stderr:
+                break
+        else:
+            print("no file system can be mounted here", file=sys.stderr)
+            self.skipTest("no file system can be mounted here")
+        self.assertEqual(result.returncode, 4, result.stderr)
+        self.assertRegex(result.stderr, r"error: can't write into the folder .*: no room left on the device\n\Z")
+        self.assertEqual(result.stdout, "previous\nblade.ply\n")
+
+
 class Blade(JobTest):
     def read_plies(self, name):
         """Ply name -> polylines of points, each three or six numbers."""
