@@ -286,9 +286,9 @@ def make(surface, data):
         "materials": [
             {"name": "CarbonUD", "type": "UD prepreg", "id": "C-UD-600", "thickness": 5.1587,
              "packagings": [{"name": "Carbon roll", "width": 600, "length": 100000}]},
-            {"name": "glass_triax", "type": "Glass fabric", "id": "G-TX-1200", "thickness": 1.0},
-            {"name": "glass_triax 0", "type": "Glass fabric", "id": "G-UD-0", "thickness": 0.4},
-            {"name": "glass_triax 45", "type": "Glass fabric", "id": "G-BX-45", "thickness": 0.3},
+            {"name": "glass_triax", "type": "Glass triax", "id": "G-TX-1200", "thickness": 1.0},
+            {"name": "glass_triax 0", "type": "Glass triax 0", "id": "G-UD-0", "thickness": 0.4},
+            {"name": "glass_triax 45", "type": "Glass triax 45", "id": "G-BX-45", "thickness": 0.3},
             {"name": "glass_uni", "type": "Glass UD", "id": "G-UD-1000", "thickness": 5.0},
             {"name": "medium_density_foam", "type": "Core", "id": "F-130", "thickness": 25.0}],
         "configurations": [

@@ -10,13 +10,19 @@ folder=build/job
 [ -x "$program" ] || { echo "run-example-job.sh: $program is missing; \`make job\` builds it" >&2; exit 1; }
 mkdir -p "$folder"
 
-# type and extension of each make that the example is written for
-jobs=("virtek ply")
+# type, extension, and what else is said for it
+jobs=(
+    "virtek ply"
+    "dxf dxf --output-type nesting --dxf-file-mode per-material"
+)
 
 echo "The layup $layup becomes, in $folder:"
 for job in "${jobs[@]}"; do
-    read -r type extension <<<"$job"
+    read -r type extension options <<<"$job"
+    # The options are words without blanks, so they may be split.
+    # shellcheck disable=SC2206
+    command=("$program" "$layup" --type "$type" --output "$folder/blade.$extension" $options)
     echo
-    echo "\$ $program $layup --type $type --output $folder/blade.$extension"
-    "$program" "$layup" --type "$type" --output "$folder/blade.$extension"
+    echo "\$ ${command[*]}"
+    "${command[@]}"
 done

@@ -174,7 +174,7 @@ private:
         }
         for (const ZETLaserOptions::CreatedFile& created : options.GetCreatedFiles()) {
             JobConsole::WriteResult(Translate("  %1: shape %2, material %3")
-                                        .arg(created.first, created.second.first,
+                                        .arg(created.second.first, created.first,
                                              QString::fromUtf8(ZETOpenMaterial::GetKey(created.second.second))));
         }
         const auto* rosette = qobject_cast<const ZETCompRosette*>(options.GetAxisSystem().data());

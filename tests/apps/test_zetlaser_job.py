@@ -500,6 +500,20 @@ class Blade(JobTest):
             self.assertAlmostEqual(sum(a * b for a, b in zip(arm, short)), 0.0, places=2)
             self.assertAlmostEqual(math.dist(side[:3], centre[:3]), 100.0, places=3)
 
+    def test_dxf_files_are_listed_with_shape_and_material(self):
+        result = self.run_tool(BLADE, "--type", "dxf", "--output", "b.dxf", "--output-type", "nesting",
+                               "--dxf-file-mode", "per-ply", "--shape-name", "%PLY%%SUBPLY%", "--plies", "P003,P029-1")
+        self.expect(result, 0, "  b__P003.dxf: shape P003, material UD prepreg\n",
+                    "  b__P029P029-1.dxf: shape P029P029-1, material Core\n", "plies: 1, sub-plies: 1, ")
+        self.assertEqual(self.names(), ["b.dxf-report.htm", "b__P003.dxf", "b__P029P029-1.dxf"])
+
+    def test_letters_that_dxf_readers_change_are_warned_of(self):
+        text = PANEL.read_text(encoding="utf-8").replace('"name": "P1"', '"name": "P\u00e4"')
+        self.write("a.json", text)
+        warning = 'warning: the name "P\u00e4" has letters beyond ASCII; some readers of DXF show others\n'
+        self.assertIn(warning, self.run_tool("a.json", "--type", "dxf", "--output", "a.dxf").stderr)
+        self.assertNotIn("warning", self.run_tool("a.json", "--type", "virtek", "--output", "a.ply").stderr)
+
     def test_flat_output_takes_the_flat_patterns(self):
         self.expect(self.run_tool(BLADE, "--type", "virtek", "--output", "blade.ply", "--configuration", "Flat"), 0)
         plies = self.read_plies("blade.ply")
