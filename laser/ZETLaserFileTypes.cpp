@@ -1,6 +1,7 @@
 #include "laser/ZETLaserFileTypes.h"
 
 #include "writers/ZETLaserWriterDXF.h"
+#include "writers/ZETLaserWriterLAP.h"
 #include "writers/ZETLaserWriterVirtek.h"
 
 #include <array>
@@ -27,7 +28,7 @@ constexpr std::array<ZETLaserFileType, 13> fileTypes{{
     {"Virtek"_L1, ".ply"_L1, Make<ZETLaserWriterVirtek>},
     {"LPT"_L1, ".XML"_L1, nullptr},
     {"FARO"_L1, ".XML"_L1, nullptr},
-    {"LAP Laser"_L1, ".lpd"_L1, nullptr},
+    {"LAP Laser"_L1, ".lpd"_L1, Make<ZETLaserWriterLAP>},
     {"SL Laser"_L1, ".sl"_L1, nullptr},
     {"Assembly Guidance"_L1, ".PRT"_L1, nullptr},
     {"Aligned Vision"_L1, ".PRT"_L1, nullptr},

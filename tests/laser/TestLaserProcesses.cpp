@@ -348,7 +348,6 @@ void TestLaserProcesses::typesWithoutAWriterAreNotWritten()
     // A type leaves this list when its writer comes.
     const QList<Options::EOutputFileType> types{Options::FileLPT,
                                                 Options::FileFARO,
-                                                Options::FileLAP,
                                                 Options::FileSL,
                                                 Options::FileAssemblyGuidance,
                                                 Options::FileAlignedVision,

@@ -202,6 +202,20 @@ QList<double> TestRandomJob::Turned(const ZETMathVector& vector) const
     return {vector * axisFirst, vector * axisSecond, vector * (axisFirst ^ axisSecond)};
 }
 
+QList<QList<double>> TestRandomJob::GetWrittenPoints(const Curve& curve) const
+{
+    QList<QList<double>> written;
+    for (const auto& point : curve.points) {
+        QList<double> numbers = Place(point.hasOffset ? point.offset : point.position);
+        if (normals && point.HasNormal())
+            numbers += Turned(point.normal);
+        written += numbers;
+    }
+    if (curve.closed && curve.points.size() > 1)
+        written += QList<double>(written.first());
+    return written;
+}
+
 QList<double> TestRandomJob::RandomNumbers(QRandomGenerator& random)
 {
     QList<double> numbers;

@@ -54,6 +54,7 @@ public:
         QList<Parameter> parameters;
         QList<Text> texts;
 
+        bool IsPly() const { return kind == QStringLiteral("ply") || kind == QStringLiteral("subply"); }
         /*! Whether there is a point or a parameter below. */
         bool HasOutput() const;
     };
@@ -65,6 +66,10 @@ public:
     QList<double> Place(const ZETMathPoint& point) const;
     /*! The same for a normal. */
     QList<double> Turned(const ZETMathVector& vector) const;
+
+    /*! The numbers of the points of \a curve as formats write them: place and, if it is written, normal; the first
+     * point again where a closed curve has more than one. */
+    QList<QList<double>> GetWrittenPoints(const Curve& curve) const;
 
     /*! Three coordinates, from tiny to tens of metres, in mm. */
     static QList<double> RandomNumbers(QRandomGenerator& random);

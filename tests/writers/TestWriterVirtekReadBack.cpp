@@ -1,6 +1,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestRandomJob.h"
+#include "tests/support/TestRecords.h"
 #include "writers/ZETLaserWriterVirtek.h"
 
 #include <QRandomGenerator>
@@ -12,11 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-/*! One record of a part file: a keyword with its text, and the numbers of its point lines. */
-struct Record {
-    QString head;
-    QList<QList<double>> points;
-};
+constexpr int decimals = 6;
 
 /*! Reads the records of a part file, with nothing but the layout of the format. Literal lines are known by their first
  *  character, which random jobs see to. */
@@ -30,9 +27,9 @@ public:
             fault = u"the last line doesn't end"_s;
     }
 
-    QList<Record> ReadAll()
+    QList<TestRecord> ReadAll()
     {
-        QList<Record> records;
+        QList<TestRecord> records;
         while (next < lines.size() && fault.isEmpty())
             records += ReadRecord();
         return records;
@@ -49,10 +46,10 @@ private:
         return QString();
     }
 
-    Record ReadRecord()
+    TestRecord ReadRecord()
     {
         const QString line = Take();
-        Record record{line, {}};
+        TestRecord record{line, {}};
         if (line.startsWith("P "_L1))
             ReadPoints(record, line.mid(2).toInt());
         else if (line.startsWith("T 3 "_L1))
@@ -69,20 +66,13 @@ private:
         return record;
     }
 
-    void ReadPoints(Record& record, int count)
+    void ReadPoints(TestRecord& record, int count)
     {
-        static const QRegularExpression form(
-            uR"(^(-?\d+\.\d{6}) (-?\d+\.\d{6}) (-?\d+\.\d{6})(?:   (-?\d+\.\d{6}) (-?\d+\.\d{6}) (-?\d+\.\d{6}))?$)"_s);
         for (; count > 0; --count) {
             const QString line = Take();
-            const auto match = form.match(line);
-            if (!match.hasMatch()) {
+            const auto numbers = ReadPointLine(line, decimals);
+            if (numbers.isEmpty())
                 fault = u"not a point: "_s + line;
-                return;
-            }
-            QList<double> numbers;
-            for (int i = 1; i <= match.lastCapturedIndex(); ++i)
-                numbers += match.captured(i).toDouble();
             record.points += numbers;
         }
     }
@@ -101,10 +91,10 @@ public:
     {
         for (const auto& group : job.groups)
             Expect(group);
-        records += Record{u"EOD"_s, {}};
+        records += TestRecord{u"EOD"_s, {}};
     }
 
-    QList<Record> records;
+    QList<TestRecord> records;
     int plies = 0;
     int subPlies = 0;
 
@@ -117,7 +107,7 @@ private:
             return;
         plies += group.kind == "ply"_L1;
         subPlies += group.kind == "subply"_L1;
-        const bool isPly = group.kind == "ply"_L1 || group.kind == "subply"_L1;
+        const bool isPly = group.IsPly();
         const bool isLayer = !isPly && (group.kind != "layup"_L1 || job.nestSequences);
         if (isLayer)
             Add(u"LAYER START "_s + group.name);
@@ -162,7 +152,7 @@ private:
             }
         }
         for (const auto& text : group.texts) {
-            Record record{u"T 3 "_s + text.text, {}};
+            TestRecord record{u"T 3 "_s + text.text, {}};
             record.points += job.Place(text.origin);
             record.points += job.Place(text.origin + text.first * text.size);
             record.points += job.Place(text.origin + text.second);
@@ -174,57 +164,14 @@ private:
     {
         if (curve.points.isEmpty())
             return;
-        Record record{QString(), {}};
-        for (const auto& point : curve.points)
-            record.points += Numbers(point);
-        if (curve.closed && curve.points.size() > 1)
-            record.points += Numbers(curve.points.first());
-        record.head = u"P %1"_s.arg(record.points.size());
-        records += record;
+        const auto points = job.GetWrittenPoints(curve);
+        records += TestRecord{u"P %1"_s.arg(points.size()), points};
     }
 
-    QList<double> Numbers(const TestRandomJob::Point& point) const
-    {
-        QList<double> numbers = job.Place(point.hasOffset ? point.offset : point.position);
-        if (job.normals && point.HasNormal())
-            numbers += job.Turned(point.normal);
-        return numbers;
-    }
-
-    void Add(const QString& head) { records += Record{head, {}}; }
+    void Add(const QString& head) { records += TestRecord{head, {}}; }
 
     const TestRandomJob& job;
 };
-
-QString Difference(const QList<Record>& actual, const QList<Record>& expected)
-{
-    constexpr double halfUnit = 0.5e-6;
-    for (qsizetype i = 0; i < qMax(actual.size(), expected.size()); ++i) {
-        const Record a = actual.value(i);
-        const Record e = expected.value(i);
-        if (a.head != e.head || a.points.size() != e.points.size())
-            return u"record %1 is \"%2\" with %3 points, expected \"%4\" with %5"_s.arg(i)
-                .arg(a.head)
-                .arg(a.points.size())
-                .arg(e.head)
-                .arg(e.points.size());
-        for (qsizetype p = 0; p < a.points.size(); ++p) {
-            if (a.points[p].size() != e.points[p].size())
-                return u"record %1, point %2 has %3 columns"_s.arg(i).arg(p).arg(a.points[p].size());
-            for (qsizetype c = 0; c < a.points[p].size(); ++c) {
-                const double slack =
-                    1e-15 * 8 * std::abs(e.points[p][c]) + 1e-11; // of the arithmetic ahead of the text
-                if (!(std::abs(a.points[p][c] - e.points[p][c]) <= halfUnit + slack))
-                    return u"record %1, point %2, column %3 is %4, expected %5"_s.arg(i)
-                        .arg(p)
-                        .arg(c)
-                        .arg(a.points[p][c], 0, 'g', 17)
-                        .arg(e.points[p][c], 0, 'g', 17);
-            }
-        }
-    }
-    return QString();
-}
 } // namespace
 
 class TestWriterVirtekReadBack : public QObject
@@ -251,7 +198,7 @@ void TestWriterVirtekReadBack::randomJobsReadBackAsTheyAre()
         const auto actual = reader.ReadAll();
         const Expectation expected(random);
         const QString difference =
-            reader.GetFault().isEmpty() ? Difference(actual, expected.records) : reader.GetFault();
+            reader.GetFault().isEmpty() ? GetDifference(actual, expected.records, decimals) : reader.GetFault();
         QVERIFY2(difference.isEmpty(), qPrintable(u"seed %1: %2\n%3"_s.arg(seed).arg(difference, random.ToText())));
         records += int(actual.size());
 
