@@ -10,9 +10,10 @@ folder=build/job
 [ -x "$program" ] || { echo "run-example-job.sh: $program is missing; \`make job\` builds it" >&2; exit 1; }
 mkdir -p "$folder"
 
-# type, extension, and what else is said for it
+# Each make that has a writer: type, extension, and what else is said for it.
 jobs=(
     "virtek ply"
+    "lap lpd"
     "dxf dxf --output-type nesting --dxf-file-mode per-material"
 )
 
