@@ -8,7 +8,6 @@ layup=examples/blade/blade.layup.json
 folder=build/job
 
 [ -x "$program" ] || { echo "run-example-job.sh: $program is missing; \`make job\` builds it" >&2; exit 1; }
-mkdir -p "$folder"
 
 # Each make that has a writer: type, extension, and what else is said for it.
 jobs=(
@@ -22,7 +21,8 @@ for job in "${jobs[@]}"; do
     read -r type extension options <<<"$job"
     # The options are words without blanks, so they may be split.
     # shellcheck disable=SC2206
-    command=("$program" "$layup" --type "$type" --output "$folder/blade.$extension" $options)
+    command=("$program" "$layup" --type "$type" --output "$folder/$type/blade.$extension" $options)
+    mkdir -p "$folder/$type" # of its own, because makes share names of files
     echo
     echo "\$ ${command[*]}"
     "${command[@]}"

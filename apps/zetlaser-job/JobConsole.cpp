@@ -3,6 +3,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 
 #include <QCoreApplication>
+#include <QList>
 
 #include <cstdio>
 
@@ -35,6 +36,30 @@ QString GetSeverity(ZETSysMessageQueue::Type type)
         return QCoreApplication::translate("zetlaser-job", "problem");
     }
 }
+
+/*! A message and how often it came. */
+struct CountedMessage {
+    ZETOpenMessage message;
+    int count = 1;
+};
+
+QList<CountedMessage>& GetMessages()
+{
+    static QList<CountedMessage> messages; // in the order in which they first came
+    return messages;
+}
+
+void TakeMessage(const ZETOpenMessage& message)
+{
+    for (CountedMessage& earlier : GetMessages()) {
+        if (earlier.message.text == message.text && earlier.message.type == message.type) {
+            ++earlier.count;
+            return;
+        }
+    }
+    GetMessages().append({message});
+    JobConsole::WriteMessage(GetSeverity(message.type), message.text);
+}
 } // namespace
 
 void JobConsole::WriteResult(const QString& line)
@@ -64,6 +89,17 @@ void JobConsole::EndProgress()
 
 void JobConsole::ListenToMessageQueue()
 {
-    ZETOpenMessageQueue::Install(
-        [](const ZETOpenMessage& message) { WriteMessage(GetSeverity(message.type), message.text); });
+    ZETOpenMessageQueue::Install(TakeMessage);
+}
+
+void JobConsole::TellRepeatedMessages()
+{
+    for (const CountedMessage& counted : std::as_const(GetMessages())) {
+        if (counted.count > 1)
+            WriteMessage(GetSeverity(counted.message.type),
+                         QCoreApplication::translate("zetlaser-job", "%1 (%2 times in all)")
+                             .arg(counted.message.text)
+                             .arg(counted.count));
+    }
+    GetMessages().clear();
 }

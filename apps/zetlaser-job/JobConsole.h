@@ -13,6 +13,9 @@ void WriteMessage(const QString& severity, const QString& text);
 void ShowProgress(const QString& step);
 /*! Takes the progress line away. */
 void EndProgress();
-/*! Sends messages of the queue to WriteMessage, with their severity in words. */
+/*! Sends messages of the queue to WriteMessage, with their severity in words. Of equal ones, which come once for each
+ *  ply, only the first is written at once. */
 void ListenToMessageQueue();
+/*! Tells how many equal messages came behind the first. */
+void TellRepeatedMessages();
 } // namespace JobConsole

@@ -68,6 +68,7 @@ public:
         ReadAndThin();
         if (options.CreateLaserData())
             WriteFiles();
+        JobConsole::TellRepeatedMessages();
         TellResult();
     }
 

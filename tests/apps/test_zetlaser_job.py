@@ -221,6 +221,15 @@ class Output(JobTest):
         self.assertEqual(result.stderr,
                          "note: Virtek data have been successfully written to file:\n   panel.ply\n")
 
+    def test_a_message_that_comes_for_each_ply_is_told_once_and_counted(self):
+        text = PANEL.read_text(encoding="utf-8").replace('"type": "information"', '"type": "note"')
+        self.write("a.json", text)
+        result = self.job(layup="a.json")
+        line = "problem: Unsupported laser parameter type Note for Virtek"
+        self.assertEqual([shown for shown in result.stderr.splitlines() if shown.startswith("problem")],
+                         [line, line + " (5 times in all)"])
+        self.assertEqual((self.folder / "panel.ply-report.htm").read_text().count(line.split(": ")[1]), 5)
+
     def test_nothing_is_shown_of_progress_in_a_pipe_and_something_on_a_terminal(self):
         self.assertNotIn("\x1b", self.job().stderr)
         leader, follower = pty.openpty()
