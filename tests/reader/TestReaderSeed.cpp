@@ -17,6 +17,7 @@
 #include <ZETTopology/ZETTopBody.h>
 
 #include <QPointer>
+#include <QTranslator>
 #include <QtTest>
 
 #include <cmath>
@@ -79,6 +80,32 @@ QString Positions(const ZETLaserCurve& curve)
     return PointsText(curve).remove(u"/0,0,1"_s);
 }
 
+/*! Translates in the context of the reader and in no other, for as long as it lives. */
+class ReaderTranslator : public QTranslator
+{
+public:
+    explicit ReaderTranslator(const QHash<QString, QString>& words)
+        : translations(words)
+    {
+        QCoreApplication::installTranslator(this);
+    }
+    ~ReaderTranslator() override { QCoreApplication::removeTranslator(this); }
+
+    QString translate(const char* context, const char* source, const char*, int) const override
+    {
+        if (qstrcmp(context, "ZETLaserReaderComposites") != 0)
+            return QString();
+        asked.insert(QString::fromLatin1(source));
+        return translations.value(QString::fromLatin1(source));
+    }
+    bool isEmpty() const override { return false; }
+    const QSet<QString>& GetAsked() const { return asked; }
+
+private:
+    QHash<QString, QString> translations;
+    mutable QSet<QString> asked;
+};
+
 std::unique_ptr<ZETTopBody> MakeTwoPoints(const ZETOpenRef<ZETOpenSurface>& tool)
 {
     ZETOpenBodyBuilder builder;
@@ -129,6 +156,7 @@ private slots:
     void theSeedCurveIsSkippedIfItIsNotAskedFor();
     void theFinalSeedCurveCountsWithTheCompleteOffset();
     void theFinalSeedCurveIsHeldAndGivenBack();
+    void theAssembledSeedCurveGoesWithTheRead();
     void aMissingSeedCurveIsTold_data();
     void aMissingSeedCurveIsTold();
 
@@ -143,6 +171,8 @@ private slots:
     void aMissingFlatSeedCurveIsTold();
     void aStrategyWithoutSeedCurveMatchesAnImageWithoutSource();
     void withoutAStrategyThereIsNoFlatSeedCurveAndNoMessage();
+
+    void textsAreTranslatedInTheContextOfTheReader();
 
     void theFirstFlatImageOfASeedPointCounts();
     void theFlattenedSeedPointMayBeMissing();
@@ -264,6 +294,23 @@ void TestReaderSeed::theFinalSeedCurveIsHeldAndGivenBack()
     QVERIFY2(line, "the strategy still holds it");
     SetFinalSeedCurve(*model.One(), nullptr);
     QVERIFY2(!line, "the reader holds it no more");
+}
+
+void TestReaderSeed::theAssembledSeedCurveGoesWithTheRead()
+{
+    // It holds the curves that it is made of, so these stay if it does.
+    SeedModel model;
+    QPointer<QObject> line;
+    {
+        const auto made = model.MakeLine({{7.0, 0.0, 0.0}, {8.0, 0.0, 0.0}});
+        line = made.Get();
+        model.SetSeedCurveBody(ZETOpenBodyBuilder::MakeCurve(made));
+    }
+    QVERIFY(model.Read());
+    QCOMPARE(model.CurveNames(u"P"_s), u"P boundary 1, P-Seedcurve"_s);
+    QVERIFY2(line, "the model still holds it");
+    model.Get<ZETOpenGeometryFeature>(u"Seed Curve"_s)->SetBody(nullptr);
+    QVERIFY2(!line, "nobody else does");
 }
 
 void TestReaderSeed::aMissingSeedCurveIsTold_data()
@@ -461,6 +508,30 @@ void TestReaderSeed::withoutAStrategyThereIsNoFlatSeedCurveAndNoMessage()
     model.Select({u"P"_s});
     QVERIFY(model.Read());
     QCOMPARE(model.Messages(), u"1: No flat pattern found for ply P"_s);
+}
+
+void TestReaderSeed::textsAreTranslatedInTheContextOfTheReader()
+{
+    const ReaderTranslator translator({{u"Seedcurve"_s, u"Startkurve"_s},
+                                       {u"Rosette"_s, u"Rose"_s},
+                                       {u"%1-%2"_s, u"%2 zu %1"_s},
+                                       {u"%1 boundary %2"_s, u"%1 Rand %2"_s},
+                                       {u"Could not get flattened seed point for %1"_s, u"Kein Startpunkt: %1"_s},
+                                       {u"Found %1 first level groups"_s, u"%1"_s}});
+    SeedModel model;
+    model.SetSeedCurveBody(ZETOpenBodyBuilder::MakeCurve(model.MakeLine({{1.0, 0.0, 0.0}, {4.0, 0.0, 0.0}})));
+    model.SetSeedPointBody(ZETOpenBodyBuilder::MakePoint(ZETMathPoint(), model.tool));
+    model.AddFlatCurve({{0.0, 0.0, 0.0}, {3.0, 0.0, 0.0}}, model.One()->GetSeedCurve());
+    model.options.SetOutputRosette(1);
+    model.Select({u"P"_s});
+    QVERIFY(model.Read());
+    // In space the name is put together, in the flat its pattern is translated as well.
+    QCOMPARE(model.CurveNames(u"P"_s), u"P Rand 1, P-Rose, P-Startkurve"_s);
+    model.options.SetOutputType(ZETLaserOptions::OutputFlat);
+    QVERIFY(model.Read());
+    QCOMPARE(model.CurveNames(u"P"_s), u"Startkurve zu P"_s);
+    QCOMPARE(model.Messages(), u"1: Kein Startpunkt: P"_s);
+    QVERIFY(translator.GetAsked().contains(u"Found %1 first level groups"_s));
 }
 
 // ---- The flattened seed point ----

@@ -31,6 +31,7 @@ private slots:
     void pliesBelowAPlyReachesItsSubPliesOnly();
     void untilNextIsReplacedByTheNextOfItsLevel();
     void untilNextOfALevelEndsWithItsNode();
+    void eachNodeBeginsWithNothingOfTheOneBefore();
     void parentOnlyReachesEveryPlyOfItsNode();
     void parentOnlyBelowTheRootReachesNothing();
     void extraGeometryOfASubPly();
@@ -208,6 +209,19 @@ void TestReaderTraversal::untilNextOfALevelEndsWithItsNode()
                       " sequence S2 { ply P3 } } layup L2 { sequence S3 { ply P4 } }"_s);
     QVERIFY(model.Read());
     QCOMPARE(model.Tree(), u"Part[L1[S1[P1(X Y Z) P2(X Y)] S2[P3(X)]] L2[S3[P4()]]]"_s);
+}
+
+void TestReaderTraversal::eachNodeBeginsWithNothingOfTheOneBefore()
+{
+    const QString node = u"extra u%1:until extra b%1:below extra p%1:parent "_s;
+    ReaderModel model(u"layup L1 { "_s + node.arg(1) + u"sequence S1 { "_s + node.arg(2) + u"ply P1 { "_s +
+                      node.arg(3) + u"pieces D1 { "_s + node.arg(4) + u"subply A { "_s + node.arg(5) +
+                      u"} } } ply P2 { pieces D2 { subply B } } } sequence S2 { ply P3 } }"
+                      " layup L2 { sequence S3 { ply P4 { pieces D4 { subply C } } } }"_s);
+    QVERIFY(model.Read());
+    QCOMPARE(model.Tree(), u"Part[L1[S1[P1(b1 b2 u1 u2 u3 p1 p2 p3)"
+                           " A(b1 b2 b3 b4 u1 u2 u3 u4 u5 p1 p2 p3 p4 p5) P2(b1 b2 u1 u2 p1 p2)"
+                           " B(b1 b2 u1 u2 p1 p2)] S2[P3(b1 u1 p1)]] L2[S3[P4() C()]]]"_s);
 }
 
 void TestReaderTraversal::parentOnlyReachesEveryPlyOfItsNode()
