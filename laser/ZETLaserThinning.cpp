@@ -36,6 +36,10 @@ constexpr double largestNettedLean = 1e3;
  *  away, so that along a straight run it seldom changes. */
 constexpr double discShrinkage = 0.9;
 
+/*! So many points between are measured for each chord before the nets are made for the rest of the run: most runs of a
+ *  coarse curve end before that, and would pay for nets in vain. */
+constexpr int measuredRun = 8;
+
 constexpr double unbounded = std::numeric_limits<double>::infinity();
 
 /*! A place in the plane at distance 1 in front of the anchor, which stands for the direction of a line. */
@@ -249,14 +253,15 @@ public:
         anchor = index;
         hasReference = false;
         outliers.clear();
-        previous = Look(anchor + 1);
     }
 
     /*! Whether all points between anchor and \a probe lie within the tolerance of the chord, and the chord within the
      *  length. Probes rise by one, from the second point behind the anchor. */
     bool Accepts(int probe)
     {
-        AddPrevious(probe - 1);
+        const int between = probe - anchor - 1;
+        if (between > measuredRun)
+            AddPoints(between == measuredRun + 1 ? anchor + 1 : probe - 1, probe);
         previous = Look(probe);
         const double square = previous.square;
         if (!(square < shortSquare) && !(maxLength > std::sqrt(square)))
@@ -264,18 +269,9 @@ public:
         constexpr double surelyALine = degenerateChord * degenerateChord * (1.0 + squareMargin);
         if (!(square > surelyALine) && degenerateChord > std::sqrt(square))
             return true;
-        if (netless || !(square < largestSquare))
+        if (between <= measuredRun || netless || !(square < largestSquare))
             return Measure(probe, anchor + 1, probe);
-        for (const int outlier : outliers) {
-            if (!Measure(probe, outlier, outlier + 1))
-                return false;
-        }
-        if (!hasReference)
-            return true; // no other point between is as far from the anchor as the tolerance
-        // The disc has no leans above twice the largest, so rounding can't grow.
-        if (previous.GetSquareTo(discCentre) < discSquare * previous.height * previous.height)
-            return true;
-        return AcceptsOutsideDisc(probe);
+        return AcceptsByNets(probe);
     }
 
 private:
@@ -309,8 +305,18 @@ private:
                sight.GetRoom(tolerance) > 0.0;
     }
 
-    /*! Takes \a previous, the point \a index, in among those that chords must pass: it narrows the disc. The polygons
-     *  follow when they are needed. */
+    /*! Takes the points from \a from to \a to, the latter not included, in among those that chords must pass. */
+    void AddPoints(int from, int to)
+    {
+        for (int index = from; index < to - 1; ++index) {
+            previous = Look(index);
+            AddPrevious(index);
+        }
+        if (from < to - 1)
+            previous = Look(to - 1); // else it is that point already
+        AddPrevious(to - 1);
+    }
+    /*! Takes \a previous, the point \a index, in: it narrows the disc. The polygons follow when they are needed. */
     void AddPrevious(int index)
     {
         added = index;
@@ -384,6 +390,19 @@ private:
         }
     }
 
+    bool AcceptsByNets(int probe)
+    {
+        for (const int outlier : outliers) {
+            if (!Measure(probe, outlier, outlier + 1))
+                return false;
+        }
+        if (!hasReference)
+            return true; // no other point between is as far from the anchor as the tolerance
+        // The disc has no leans above twice the largest, so rounding can't grow.
+        if (previous.GetSquareTo(discCentre) < discSquare * previous.height * previous.height)
+            return true;
+        return AcceptsOutsideDisc(probe);
+    }
     bool AcceptsOutsideDisc(int probe)
     {
         FillTree();
