@@ -7,7 +7,6 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <limits>
 
 namespace
 {
@@ -17,9 +16,10 @@ constexpr int mantissaBits = 52;
 constexpr int exponentBias = 1023 + mantissaBits;
 constexpr int exponentMask = 0x7ff;
 
-constexpr std::array<std::uint64_t, 10> powersOfTen = {1,      10,      100,      1000,      10000,
-                                                       100000, 1000000, 10000000, 100000000, 1000000000};
-constexpr int mostDecimals = int(powersOfTen.size()) - 1;
+constexpr std::array<std::uint64_t, 9> powersOfTen = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+constexpr int mostDigits = int(powersOfTen.size()) - 1; //!< in front of the point and behind it
+constexpr std::uint64_t wholeLimit = powersOfTen.back();
+constexpr int mostLength = 1 + mostDigits + 1 + mostDigits;
 
 /*! A number without its sign, rounded to a count of decimals: whole + part / 10^decimals. */
 struct Rounded {
@@ -27,7 +27,7 @@ struct Rounded {
     std::uint64_t part;
 };
 
-/*! Rounds \a mantissa / 2^shift, exactly; shift is 1 or more. */
+/*! Rounds \a mantissa / 2^shift, exactly; \a scale is 10^decimals, shift is 1 or more. */
 Rounded Round(std::uint64_t mantissa, int shift, std::uint64_t scale)
 {
     const std::uint64_t whole = shift < 64 ? mantissa >> shift : 0;
@@ -39,87 +39,51 @@ Rounded Round(std::uint64_t mantissa, int shift, std::uint64_t scale)
     return part < scale ? Rounded{whole, part} : Rounded{whole + 1, 0};
 }
 
-constexpr std::array<char, 200> MakePairs()
-{
-    std::array<char, 200> pairs{};
-    for (std::size_t i = 0; i < 100; ++i) {
-        pairs[2 * i] = static_cast<char>('0' + i / 10);
-        pairs[2 * i + 1] = static_cast<char>('0' + i % 10);
-    }
-    return pairs;
-}
-constexpr std::array<char, 200> digitPairs = MakePairs();
-
-void WritePair(char* at, std::uint64_t number)
-{
-    std::memcpy(at, &digitPairs[2 * number], 2);
-}
-
-/*! Writes the last \a count digits of \a number in front of \a end, zeros in front of it included. */
-void WriteDigits(char* end, std::uint64_t number, int count)
-{
-    for (; count >= 2; count -= 2) {
-        end -= 2;
-        WritePair(end, number % 100);
-        number /= 100;
-    }
-    if (count > 0)
-        *(end - 1) = static_cast<char>('0' + number % 10);
-}
-
-constexpr int usualDigits = 8;
-constexpr std::uint64_t usualLimit = 100000000;
-
-/*! The digits of a number below usualLimit: without a loop, because how long it would run can't be predicted. */
-int CountUsualDigits(std::uint64_t number)
+/*! How many digits a number below wholeLimit has: without a loop, because how long it would run can't be predicted. */
+int CountDigits(std::uint64_t number)
 {
     number |= 1;                                             // zero has a digit too, and no other count changes
     const int guess = (std::bit_width(number) * 1233) >> 12; // times the logarithm of 2
     return guess + (number >= powersOfTen[static_cast<std::size_t>(guess)] ? 1 : 0);
 }
 
-int CountDigits(std::uint64_t number)
+/*! The eight digits of a number below 10^8 as characters, the first in the lowest byte. All are made at once: the
+ *  number is split into halves of four digits, these into pairs, and these into digits, each in a lane of its own, with
+ *  a multiplication and a shift that divide exactly in the range of the lane. */
+std::uint64_t GetEightDigits(std::uint64_t number)
 {
-    int digits = usualDigits;
-    for (number /= usualLimit; number > 0; number /= 10)
-        ++digits;
-    return digits;
+    const std::uint64_t halves = number / 10000 + ((number % 10000) << 32);
+    const std::uint64_t hundreds = ((halves * 10486) >> 20) & 0x0000007f0000007f;
+    const std::uint64_t pairs = hundreds + ((halves - 100 * hundreds) << 16);
+    const std::uint64_t tens = ((pairs * 103) >> 10) & 0x000f000f000f000f;
+    return 0x3030303030303030 + tens + ((pairs - 10 * tens) << 8);
 }
 
-/*! Appends sign and number; \a mostDigits is room for the whole digits, of which \a digits are needed. */
-template <int mostDigits>
-void AppendText(QByteArray& buffer, bool negative, const Rounded& number, int digits, int decimals)
+/*! Writes eight characters. Those that are too many are written over by what comes next. */
+void Store(char* at, std::uint64_t characters)
 {
-    std::array<char, 1 + mostDigits + 1 + mostDecimals> text;
-    char* point = text.data() + 1 + mostDigits;
-    if constexpr (mostDigits == usualDigits) {
-        const std::uint64_t high = number.whole / 10000;
-        const std::uint64_t low = number.whole % 10000;
-        WritePair(point - 8, high / 100);
-        WritePair(point - 6, high % 100);
-        WritePair(point - 4, low / 100);
-        WritePair(point - 2, low % 100);
-    } else {
-        WriteDigits(point, number.whole, digits);
-    }
-    *point = '.';
-    WriteDigits(point + 1 + decimals, number.part, decimals);
-    *(point - digits - 1) = '-';
-    const char* start = point - digits - (negative ? 1 : 0);
-    const char* end = decimals > 0 ? point + 1 + decimals : point;
-
-    const qsizetype size = buffer.size();
-    buffer.resize(size + (end - start));
-    std::memcpy(buffer.data() + size, start, static_cast<std::size_t>(end - start));
+    static_assert(std::endian::native == std::endian::little, "the first character must be in the lowest byte");
+    std::memcpy(at, &characters, sizeof characters);
 }
 
 void AppendRounded(QByteArray& buffer, bool negative, const Rounded& number, int decimals)
 {
-    if (number.whole < usualLimit)
-        AppendText<usualDigits>(buffer, negative, number, CountUsualDigits(number.whole), decimals);
-    else
-        AppendText<std::numeric_limits<std::uint64_t>::digits10 + 1>(buffer, negative, number,
-                                                                     CountDigits(number.whole), decimals);
+    const qsizetype size = buffer.size();
+    if (buffer.capacity() - size < mostLength)
+        buffer.resize(size + mostLength);
+    char* const start = buffer.data() + size;
+    char* at = start;
+    *at = '-';
+    at += negative ? 1 : 0;
+    const int digits = CountDigits(number.whole);
+    Store(at, GetEightDigits(number.whole) >> (8 * (mostDigits - digits)));
+    at += digits;
+    if (decimals > 0) {
+        *at = '.';
+        Store(at + 1, GetEightDigits(number.part * powersOfTen[static_cast<std::size_t>(mostDigits - decimals)]));
+        at += 1 + decimals;
+    }
+    buffer.resize(size + (at - start));
 }
 } // namespace
 
@@ -128,14 +92,17 @@ void ZETLaserNumberText::Append(QByteArray& buffer, double value, int decimals)
     const auto bits = std::bit_cast<std::uint64_t>(value);
     const int exponent = static_cast<int>(bits >> mantissaBits) & exponentMask;
     // From 2^52 on a double has no bits behind the point; infinities and not-a-number have a large exponent as well.
-    if (decimals < 0 || decimals > mostDecimals || exponent >= exponentBias) {
-        buffer.append(QString::number(value, 'f', decimals).toLatin1());
-        return;
+    if (decimals >= 0 && decimals <= mostDigits && exponent < exponentBias) {
+        const std::uint64_t fraction = bits & ((std::uint64_t(1) << mantissaBits) - 1);
+        // Subnormal numbers have no leading bit. They would need an exponent of 1, but all are far below half a unit.
+        const std::uint64_t mantissa = exponent > 0 ? fraction | (std::uint64_t(1) << mantissaBits) : fraction;
+        const std::uint64_t scale = powersOfTen[static_cast<std::size_t>(decimals)];
+        const Rounded number = Round(mantissa, exponentBias - exponent, scale);
+        if (number.whole < wholeLimit) {
+            // Meant: -0.0 has no sign, but a negative that rounds to zero keeps it.
+            AppendRounded(buffer, value < 0.0, number, decimals);
+            return;
+        }
     }
-    const std::uint64_t fraction = bits & ((std::uint64_t(1) << mantissaBits) - 1);
-    // Subnormal numbers have no leading bit. They would need an exponent of 1, but all are far below any half unit.
-    const std::uint64_t mantissa = exponent > 0 ? fraction | (std::uint64_t(1) << mantissaBits) : fraction;
-    const bool negative = value < 0.0; // Meant: -0.0 has no sign, but a negative that rounds to zero keeps it
-    const std::uint64_t scale = powersOfTen[static_cast<std::size_t>(decimals)];
-    AppendRounded(buffer, negative, Round(mantissa, exponentBias - exponent, scale), decimals);
+    buffer.append(QString::number(value, 'f', decimals).toLatin1());
 }

@@ -13,7 +13,7 @@
 
 namespace
 {
-constexpr int mostFastDecimals = 9;
+constexpr int mostFastDecimals = 8;
 
 QByteArray GetText(double value, int decimals)
 {
@@ -100,6 +100,8 @@ void TestLaserNumberText::examplesReadAsExpected_data()
     QTest::newRow("short of a tie by its binary value") << 0.0000005 << 6 << QByteArray("0.000000");
     QTest::newRow("largest with a fraction") << 4503599627370495.5 << 6 << QByteArray("4503599627370495.500000");
     QTest::newRow("first without a fraction") << 4503599627370496.0 << 6 << QByteArray("4503599627370496.000000");
+    QTest::newRow("last below eight digits") << 99999999.25 << 6 << QByteArray("99999999.250000");
+    QTest::newRow("rounded to nine digits") << 99999999.9999999 << 6 << QByteArray("100000000.000000");
     QTest::newRow("huge") << 1e22 << 3 << QByteArray("10000000000000000000000.000");
     QTest::newRow("infinity") << std::numeric_limits<double>::infinity() << 6 << QByteArray("inf");
     QTest::newRow("minus infinity") << -std::numeric_limits<double>::infinity() << 6 << QByteArray("-inf");
