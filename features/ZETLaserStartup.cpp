@@ -20,42 +20,53 @@
 #include <ZETSystem/ZETSysRegisterInit.h>
 
 #include <QMetaType>
+#include <QVariant>
 
 #include <functional>
 
 namespace
 {
-/*! A type of this library that the meta-type system knows under a name, as long as the library is there. Qt keeps a
- *  pointer into the library for each, so none may be left behind. */
+/*! Takes a type of this library out of the meta-type system at exit. Qt keeps a pointer into the library for each, and
+ *  none may be left behind. */
 template <typename T>
-class NamedMetaType
+class MetaTypeAtExit
 {
 public:
-    explicit NamedMetaType(const QByteArray& name) { qRegisterMetaType<T>(name.constData()); }
-    ~NamedMetaType()
+    MetaTypeAtExit() = default;
+    ~MetaTypeAtExit()
     {
         // Another copy of this library in the process may have been first; then the entry is the other's.
         const QMetaType type = QMetaType::fromType<T>();
-        if (QMetaType(type.id()).iface() == type.iface())
+        if (type.isRegistered() && QMetaType(type.id()).iface() == type.iface())
             QMetaType::unregisterMetaType(type);
     }
-    Q_DISABLE_COPY_MOVE(NamedMetaType)
+    Q_DISABLE_COPY_MOVE(MetaTypeAtExit)
 };
+
+/*! Makes the type known under \a name, and under its own if that is another one. With a list comes that it can be
+ * walked where only a QVariant with it is known. */
+template <typename T>
+void RegisterMetaType(const QByteArray& name)
+{
+    // Ahead of what Qt sets up to take its part back: that comes first at exit, and would make the type known again.
+    static const MetaTypeAtExit<T> atExit;
+    qRegisterMetaType<T>(name.constData());
+}
 
 /*! A feature class that containers make by its name. */
 template <typename Feature>
 class FeatureType
 {
 public:
-    FeatureType() { ZETGeoContainer::RegisterType(&Feature::staticMetaObject); }
+    FeatureType()
+    {
+        const QByteArray pointer = QByteArray(Feature::staticMetaObject.className()) + '*';
+        RegisterMetaType<Feature*>(pointer);
+        RegisterMetaType<const Feature*>("const " + pointer);
+        ZETGeoContainer::RegisterType(&Feature::staticMetaObject);
+    }
     ~FeatureType() { ZETGeoContainer::UnregisterType(&Feature::staticMetaObject); }
     Q_DISABLE_COPY_MOVE(FeatureType)
-
-private:
-    static QByteArray GetPointerName() { return QByteArray(Feature::staticMetaObject.className()) + '*'; }
-
-    NamedMetaType<Feature*> pointer{GetPointerName()};
-    NamedMetaType<const Feature*> constPointer{"const " + GetPointerName()};
 };
 
 /*! A display object class for the features of one class and of those derived from it. */
@@ -71,12 +82,28 @@ public:
     Q_DISABLE_COPY_MOVE(VisObjectType)
 };
 
-/*! With the list comes that it can be walked where only a QVariant with it is known; Qt takes that back at exit. */
+/*! Whoever asks for the type of iterable values first makes it known, for the whole process and for good. That must be
+ * Qt itself and not this library, which may go: a question about any conversion to a list gets there. */
+void LetQtRegisterIterables()
+{
+    QMetaType::canConvert(QMetaType::fromType<int>(), QMetaType::fromType<QVariantList>());
+}
+
+/*! Known on demand, when somebody sets such a property by its name; so they aren't registered here, and taken back all
+ *  the same. */
+void TakeBackEnumerations()
+{
+    static const MetaTypeAtExit<ZETLaserExtraGeometry::ScopeType> scopeType;
+    static const MetaTypeAtExit<ZETLaserParameter::ParameterType> parameterType;
+}
+
 void RegisterMetaTypes()
 {
-    static const NamedMetaType<ZETLaserExtraGeometry::OutputFilters> filters("ZETLaserExtraGeometry::OutputFilters");
-    static const NamedMetaType<QList<ZETLaserTarget*>> targets("QList<ZETLaserTarget *>");
-    static const NamedMetaType<ZETLaserOptions::ELaserSourceType> sourceType("ZETLaserOptions::ELaserSourceType");
+    TakeBackEnumerations();
+    LetQtRegisterIterables();
+    RegisterMetaType<ZETLaserExtraGeometry::OutputFilters>("ZETLaserExtraGeometry::OutputFilters");
+    RegisterMetaType<QList<ZETLaserTarget*>>("QList<ZETLaserTarget *>");
+    RegisterMetaType<ZETLaserOptions::ELaserSourceType>("ZETLaserOptions::ELaserSourceType");
     _ZETLaserLoaded = true;
 }
 } // namespace
