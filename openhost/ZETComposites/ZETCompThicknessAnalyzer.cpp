@@ -15,8 +15,17 @@
 namespace
 {
 
-constexpr double longestStep = 10.0; // mm: short enough for the distance along one step to have a single minimum
-constexpr int searchRounds = 60;     // of the golden section: more than a double can resolve
+constexpr double longestSpan = 10.0; // mm: short enough for the distance along one span to have a single minimum
+constexpr int searchRounds = 40;     // of the golden section: what is left then is below a millionth of a millimetre
+
+bool IsBoxNear(const ZETMathBoundingBox& box, const ZETMathPoint& point, double margin)
+{
+    const ZETMathPoint lower = box.GetLowerPoint();
+    const ZETMathPoint upper = box.GetUpperPoint();
+    return point.GetX() >= lower.GetX() - margin && point.GetX() <= upper.GetX() + margin &&
+           point.GetY() >= lower.GetY() - margin && point.GetY() <= upper.GetY() + margin &&
+           point.GetZ() >= lower.GetZ() - margin && point.GetZ() <= upper.GetZ() + margin;
+}
 
 /*! Thickness of one ply as laid, in mm: that of its own material, which is the first. */
 double ThicknessOf(const ZETCompPly& ply)
@@ -58,69 +67,93 @@ ZETCompThicknessAnalyzerPrivate::Boundaries ClosedBoundaries(const ZETCompPly& p
 
 ZETCompThicknessAnalyzerPrivate::Outline::Outline(const ZETGeoCurveOnSurface& boundary)
     : curve(&boundary)
+    , parameters{0.0}
+    , points{boundary.GetLocation(0).GetMathPoint()}
 {
-    const double length = boundary.GetLength();
-    const int count = std::max(8, static_cast<int>(std::ceil(length / longestStep)));
-    step = length / count;
-    ZETGeoLocationOnCurve location = boundary.GetLocation(0);
-    for (int i = 0; i <= count; ++i) {
-        locations.push_back(location);
-        points.push_back(location.GetMathPoint());
-        location = boundary.GetLocation(step, &location);
+    for (int segment = 0; segment < boundary.GetNumSegments(); ++segment)
+        AddSegment(segment);
+    MakeBlocks();
+}
+
+// The kernel's parameters are whole numbers at the vertices, and to ask for a place by its parameter costs a fraction
+// of what it costs to ask for one at an arc length.
+ZETMathPoint ZETCompThicknessAnalyzerPrivate::Outline::GetPoint(double parameter) const
+{
+    return ZETGeoLocationOnCurve(curve, parameter).GetMathPoint();
+}
+
+void ZETCompThicknessAnalyzerPrivate::Outline::AddSegment(int segment)
+{
+    constexpr int probes = 4; // per span, to measure it
+    const double length = curve->GetSegmentLength(segment);
+    const int count = std::max(2, static_cast<int>(std::ceil(length / longestSpan)));
+    for (int i = 0; i < count; ++i) {
+        double measured = 0.0;
+        ZETMathPoint last = points.back();
+        for (int k = 1; k <= probes; ++k) {
+            const ZETMathPoint next = GetPoint(segment + (i + static_cast<double>(k) / probes) / count);
+            measured += next.GetDistanceTo(last);
+            last = next;
+        }
+        parameters.push_back(segment + (i + 1.0) / count);
+        points.push_back(last);
+        lengths.push_back(1.01 * measured);
     }
-    const auto smallest = [this](auto coordinate) {
-        return (*std::min_element(points.begin(), points.end(), [coordinate](const auto& a, const auto& b) {
-            return (a.*coordinate)() < (b.*coordinate)();
-        }).*coordinate)();
-    };
-    const auto largest = [this](auto coordinate) {
-        return (*std::max_element(points.begin(), points.end(), [coordinate](const auto& a, const auto& b) {
-            return (a.*coordinate)() < (b.*coordinate)();
-        }).*coordinate)();
-    };
-    lower = ZETMathPoint(smallest(&ZETMathPoint::GetX), smallest(&ZETMathPoint::GetY), smallest(&ZETMathPoint::GetZ));
-    upper = ZETMathPoint(largest(&ZETMathPoint::GetX), largest(&ZETMathPoint::GetY), largest(&ZETMathPoint::GetZ));
 }
 
-bool ZETCompThicknessAnalyzerPrivate::Outline::IsBoxNear(const ZETMathPoint& point, double margin) const
+void ZETCompThicknessAnalyzerPrivate::Outline::MakeBlocks()
 {
-    return point.GetX() >= lower.GetX() - margin && point.GetX() <= upper.GetX() + margin &&
-           point.GetY() >= lower.GetY() - margin && point.GetY() <= upper.GetY() + margin &&
-           point.GetZ() >= lower.GetZ() - margin && point.GetZ() <= upper.GetZ() + margin;
+    constexpr size_t blockSize = 32;
+    for (size_t first = 0; first < lengths.size(); first += blockSize) {
+        Block block{first, std::min(first + blockSize, lengths.size()), ZETMathBoundingBox(), 0.0};
+        for (size_t span = block.first; span < block.last; ++span) {
+            block.box.Expand(ZETMathBoundingBox(points[span], points[span + 1]));
+            block.reach = std::max(block.reach, 0.5 * lengths[span]);
+        }
+        blocks.push_back(block);
+    }
 }
 
-/*! The smallest distance from \a point to the boundary between the places \a span and \a span + 1. */
-double ZETCompThicknessAnalyzerPrivate::Outline::GetNearest(qsizetype span, const ZETMathPoint& point) const
+/*! Looks for the nearest place of one span by the golden section. What is left of the span can't come nearer than its
+ *  ends by more than its length, so most searches end after a few rounds. */
+bool ZETCompThicknessAnalyzerPrivate::Outline::IsSpanNear(size_t span, const ZETMathPoint& point,
+                                                          double tolerance) const
 {
-    const ZETGeoLocationOnCurve& from = locations[static_cast<size_t>(span)];
-    const auto distanceAt = [&](double along) {
-        return curve->GetLocation(along, &from).GetMathPoint().GetDistanceTo(point);
-    };
     const double ratio = (std::sqrt(5.0) - 1.0) / 2.0;
-    double low = 0.0;
-    double high = step;
-    double nearest = std::min(distanceAt(low), distanceAt(high));
-    for (int round = 0; round < searchRounds && high - low > 1e-9; ++round) {
+    double low = parameters[span];
+    double high = parameters[span + 1];
+    double left = 2.0 * lengths[span]; // twice: parameters needn't grow evenly along the span
+    for (int round = 0; round < searchRounds; ++round) {
         const double a = high - ratio * (high - low);
         const double b = low + ratio * (high - low);
-        const double atA = distanceAt(a);
-        const double atB = distanceAt(b);
-        nearest = std::min({nearest, atA, atB});
+        const double atA = GetPoint(a).GetDistanceTo(point);
+        const double atB = GetPoint(b).GetDistanceTo(point);
+        if (std::min(atA, atB) <= tolerance)
+            return true;
+        if (std::min(atA, atB) - left > tolerance)
+            return false;
         (atA < atB ? high : low) = atA < atB ? b : a;
+        left *= ratio;
     }
-    return nearest;
+    return false;
 }
 
 bool ZETCompThicknessAnalyzerPrivate::Outline::IsNear(const ZETMathPoint& point, double tolerance) const
 {
-    const double margin = tolerance + step; // nothing between two places is farther from them than the step
-    if (!IsBoxNear(point, margin))
-        return false;
-    for (size_t i = 0; i + 1 < points.size(); ++i) {
-        if (points[i].GetDistanceTo(point) > margin)
+    for (const Block& block : blocks) {
+        if (!IsBoxNear(block.box, point, tolerance + block.reach))
             continue;
-        if (GetNearest(static_cast<qsizetype>(i), point) <= tolerance)
-            return true;
+        double atStart = points[block.first].GetDistanceTo(point);
+        for (size_t span = block.first; span < block.last; ++span) {
+            const double atEnd = points[span + 1].GetDistanceTo(point);
+            if (std::min(atStart, atEnd) <= tolerance)
+                return true;
+            // The way from one end to the other past a place at distance x is at least atStart - x + atEnd - x.
+            const bool canBeNear = 0.5 * (atStart + atEnd - lengths[span]) <= tolerance;
+            if (canBeNear && IsSpanNear(span, point, tolerance))
+                return true;
+            atStart = atEnd;
+        }
     }
     return false;
 }

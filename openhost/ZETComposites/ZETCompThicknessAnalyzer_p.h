@@ -6,6 +6,8 @@
 #include <ZETComposites/ZETCompPly.h>
 #include <ZETComposites/ZETCompThicknessAnalyzer.h>
 #include <ZETGeometry/ZETGeoCurveOnSurface.h>
+#include <ZETMathematics/ZETMathBoundingBox.h>
+#include <ZETMathematics/ZETMathPoint.h>
 
 #include <QList>
 
@@ -18,7 +20,7 @@ class ZETCompThicknessAnalyzerPrivate
 public:
     using Boundaries = QList<ZETOpenRef<const ZETGeoCurveOnSurface>>;
 
-    /*! One boundary as a chain of places, each \a step behind the one before. The last one is the first again. */
+    /*! A boundary of the kernel, cut into short spans. */
     class Outline
     {
     public:
@@ -27,15 +29,24 @@ public:
         bool IsNear(const ZETMathPoint& point, double tolerance) const;
 
     private:
-        bool IsBoxNear(const ZETMathPoint& point, double margin) const;
-        double GetNearest(qsizetype span, const ZETMathPoint& point) const;
+        /*! A run of spans, so that most of them are left out at a glance. */
+        struct Block {
+            size_t first;
+            size_t last;
+            ZETMathBoundingBox box; //!< of the spans' ends
+            double reach = 0.0;     //!< nothing of the spans lies farther outside the box, in mm
+        };
+
+        void AddSegment(int segment);
+        void MakeBlocks();
+        ZETMathPoint GetPoint(double parameter) const;
+        bool IsSpanNear(size_t span, const ZETMathPoint& point, double tolerance) const;
 
         const ZETGeoCurveOnSurface* curve;
-        double step = 0.0; //!< arc length, in mm
-        std::vector<ZETGeoLocationOnCurve> locations;
-        std::vector<ZETMathPoint> points;
-        ZETMathPoint lower; //!< of the box around the points
-        ZETMathPoint upper;
+        std::vector<double> parameters;   //!< of the ends of spans: one more than there are spans
+        std::vector<ZETMathPoint> points; //!< at these parameters
+        std::vector<double> lengths;      //!< of the spans along the boundary, or a little more
+        std::vector<Block> blocks;
     };
 
     /*! The places that one ply holds: those within its boundaries. */
