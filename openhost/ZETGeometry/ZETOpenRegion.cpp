@@ -37,7 +37,6 @@ struct Ring {
     double vMin = 0.0;
     double vMax = 0.0;
     std::unique_ptr<CSLib_Class2d> classifier;
-    double area = 0.0; //!< on the surface
 
     void Close();
     gp_Pnt2d GetMiddle() const { return gp_Pnt2d(0.5 * (uMin + uMax), 0.5 * (vMin + vMax)); }
@@ -108,10 +107,8 @@ void ZETOpenRegionPrivate::AddBoundary(const ZETOpenChain& chain)
         (record->vPeriod > 0.0 && std::abs(last.Y() - first.Y()) > 0.5 * record->vPeriod))
         return;
     ring.Close();
-    if (!ring.classifier)
-        return;
-    ring.area = ComputeArea(ring);
-    rings.push_back(std::move(ring));
+    if (ring.classifier)
+        rings.push_back(std::move(ring));
 }
 
 /*! The kernel's integral over the face that the polygon bounds. */
@@ -175,17 +172,21 @@ bool ZETOpenRegion::Contains(const ZETGeoLocationOnSurface& location) const
     return d->ContainsPlace(gp_Pnt2d(own.GetU(), own.GetV()));
 }
 
+// Worked out when it is asked for: the integral takes far longer than all the rest, and who asks for places needs none.
 double ZETOpenRegion::GetArea() const
 {
     double area = 0.0;
-    for (const Ring& ring : d->rings) {
-        // One that lies within an odd number of others is a hole.
-        bool isHole = false;
-        for (const Ring& other : d->rings) {
-            if (&other != &ring)
-                isHole ^= other.Contains(d->record->Unwrap(other.GetMiddle(), ring.places.front()));
+    CallKernel(QCoreApplication::translate("ZETOpenRegion", "the region within the boundaries can't be found"), [&] {
+        for (const Ring& ring : d->rings) {
+            // One that lies within an odd number of others is a hole.
+            bool isHole = false;
+            for (const Ring& other : d->rings) {
+                if (&other != &ring)
+                    isHole ^= other.Contains(d->record->Unwrap(other.GetMiddle(), ring.places.front()));
+            }
+            const double ringArea = d->ComputeArea(ring);
+            area += isHole ? -ringArea : ringArea;
         }
-        area += isHole ? -ring.area : ring.area;
-    }
+    });
     return area;
 }
