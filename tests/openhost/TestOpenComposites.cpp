@@ -40,6 +40,8 @@
 
 #include <QtTest>
 
+#include <cmath>
+
 using namespace Qt::Literals::StringLiterals;
 using namespace ZETOpenComposites;
 
@@ -346,6 +348,7 @@ private slots:
     void anOpenBoundaryHoldsNothing();
     void aPlaceOutsideCountsWithinTheTolerance_data();
     void aPlaceOutsideCountsWithinTheTolerance();
+    void theToleranceCountsAlongArcsToo();
     void aNewBoundaryReplacesTheOldOne();
     void aPlaceOfAnotherSurfaceIsProjected();
 
@@ -731,6 +734,34 @@ void TestOpenComposites::aPlaceOutsideCountsWithinTheTolerance()
     part.AddPly(u"P1"_s, 0.25, MakeRectangle(part.tool, 0.0, 0.0, 60.0, 60.0));
     auto* const ply = part.AddPly(u"P2"_s, 1.0, nullptr);
     QCOMPARE(ThicknessAt(part, ply, x, y, tolerance), thickness);
+}
+
+void TestOpenComposites::theToleranceCountsAlongArcsToo()
+{
+    // A patch of a cylinder whose upper and lower sides are single arcs, 250 mm long.
+    Part part;
+    constexpr double radius = 100.0;
+    part.tool = ZETOpenSurface::MakeCylinder(ZETMathAxis(), radius, 0.0, 3.0, -100.0, 100.0);
+    const auto at = [](double angle, double height) {
+        return ZETMathPoint(radius * std::cos(angle), radius * std::sin(angle), height);
+    };
+    const auto patch = MakeAssembledCurve(ZETOpenCurveOnSurface::MakePolyline(
+        part.tool, QList<ZETMathPoint>{at(0.1, 0.0), at(2.6, 0.0), at(2.6, 60.0), at(0.1, 60.0)}, true));
+    part.AddPly(u"P1"_s, 0.25, patch);
+    auto* const ply = part.AddPly(u"P2"_s, 1.0, nullptr);
+    ZETCompThicknessAnalyzer analyzer;
+    analyzer.SetBoundaryTolerance(0.01);
+    analyzer.SetCurrentPly(ply);
+    for (double angle = 0.11; angle < 2.6; angle += 0.0531) {
+        const auto thickness = [&](double height) {
+            return analyzer.ComputeThickness(part.tool->Project(at(angle, height)));
+        };
+        QCOMPARE(thickness(30.0), 0.25);
+        QCOMPARE(thickness(60.0095), 0.25);
+        QCOMPARE(thickness(60.0105), 0.0);
+        QCOMPARE(thickness(-0.0095), 0.25);
+        QCOMPARE(thickness(-0.0105), 0.0);
+    }
 }
 
 void TestOpenComposites::aNewBoundaryReplacesTheOldOne()
