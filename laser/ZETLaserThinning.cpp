@@ -478,6 +478,20 @@ bool AcceptsClosing(const QList<ZETLaserPoint>& points, int from, double toleran
     const auto isOff = [&](const ZETLaserPoint& point) { return line.GetDistanceTo(point.GetPosition()) >= tolerance; };
     return std::none_of(points.cbegin() + from + 1, points.cend(), isOff);
 }
+/*! Moves the points that are kept to the front, in order, and returns how many they are. */
+qsizetype MoveKeptAhead(QList<ZETLaserPoint>& points, const std::vector<char>& removed)
+{
+    const auto first = std::find(removed.cbegin(), removed.cend(), 1);
+    if (first == removed.cend())
+        return points.size();
+    ZETLaserPoint* list = points.data();
+    qsizetype kept = first - removed.cbegin();
+    for (qsizetype i = kept + 1; i < points.size(); ++i) {
+        if (removed[static_cast<std::size_t>(i)] == 0)
+            list[kept++] = list[i];
+    }
+    return kept;
+}
 } // namespace
 
 std::vector<char> ZETLaserThinning::FindRemovals(const QList<ZETLaserPoint>& points, bool closed, double tolerance,
@@ -511,15 +525,9 @@ std::vector<char> ZETLaserThinning::FindRemovals(const QList<ZETLaserPoint>& poi
 
 void ZETLaserThinning::Thin(QList<ZETLaserPoint>& points, bool closed, double tolerance, double maxLength)
 {
-    const std::vector<char> removed = FindRemovals(std::as_const(points), closed, tolerance, maxLength);
-    const auto first = std::find(removed.cbegin(), removed.cend(), 1);
-    if (first == removed.cend())
-        return; // a list that is shared stays so
-    ZETLaserPoint* list = points.data();
-    qsizetype kept = first - removed.cbegin();
-    for (qsizetype i = kept + 1; i < points.size(); ++i) {
-        if (removed[static_cast<std::size_t>(i)] == 0)
-            list[kept++] = list[i];
-    }
-    points.resize(kept);
+    const qsizetype kept = MoveKeptAhead(points, FindRemovals(std::as_const(points), closed, tolerance, maxLength));
+    // The flags are gone by now: freeing a block as large makes the allocator tidy up all small ones freed before it,
+    // and the points that are destroyed here are better left as they are for the next curve.
+    if (kept < points.size()) // else a list that is shared stays so
+        points.resize(kept);
 }
