@@ -19,7 +19,7 @@ constexpr int exponentMask = 0x7ff;
 constexpr std::array<std::uint64_t, 9> powersOfTen = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
 constexpr int mostDigits = int(powersOfTen.size()) - 1; //!< in front of the point and behind it
 constexpr std::uint64_t wholeLimit = powersOfTen.back();
-constexpr int mostLength = 1 + mostDigits + 1 + mostDigits;
+static_assert(ZETLaserNumberText::room == 1 + mostDigits + 1 + mostDigits);
 
 /*! A number without its sign, rounded to a count of decimals: whole + part / 10^decimals. */
 struct Rounded {
@@ -30,11 +30,16 @@ struct Rounded {
 /*! Rounds \a mantissa / 2^shift, exactly; \a scale is 10^decimals, shift is 1 or more. */
 Rounded Round(std::uint64_t mantissa, int shift, std::uint64_t scale)
 {
-    const std::uint64_t whole = shift < 64 ? mantissa >> shift : 0;
-    const std::uint64_t rest = shift < 64 ? mantissa - (whole << shift) : mantissa;
-    // Of the quotient twice as much as wanted, so that its last bit tells whether half a unit or more is left.
-    const Wide scaled = Wide(rest) * scale;
-    const std::uint64_t halves = shift <= 127 ? static_cast<std::uint64_t>(scaled >> (shift - 1)) : 0;
+    // Of the part behind the point twice as much as wanted, so that its last bit tells whether half a unit or more is
+    // left. Usually all bits behind the point fit a word, and the upper word of a product is what is wanted.
+    std::uint64_t whole = 0;
+    std::uint64_t halves = 0;
+    if (shift < 64) {
+        whole = mantissa >> shift;
+        halves = static_cast<std::uint64_t>((Wide(mantissa << (64 - shift)) * (2 * scale)) >> 64);
+    } else if (shift <= 127) {
+        halves = static_cast<std::uint64_t>((Wide(mantissa) * scale) >> (shift - 1));
+    }
     const std::uint64_t part = (halves + 1) >> 1; // a tie goes up, which is away from zero
     return part < scale ? Rounded{whole, part} : Rounded{whole + 1, 0};
 }
@@ -66,43 +71,46 @@ void Store(char* at, std::uint64_t characters)
     std::memcpy(at, &characters, sizeof characters);
 }
 
-void AppendRounded(QByteArray& buffer, bool negative, const Rounded& number, int decimals)
+char* WriteRounded(char* at, bool negative, const Rounded& number, int decimals)
 {
-    const qsizetype size = buffer.size();
-    if (buffer.capacity() - size < mostLength)
-        buffer.resize(size + mostLength);
-    char* const start = buffer.data() + size;
-    char* at = start;
     *at = '-';
     at += negative ? 1 : 0;
     const int digits = CountDigits(number.whole);
     Store(at, GetEightDigits(number.whole) >> (8 * (mostDigits - digits)));
     at += digits;
-    if (decimals > 0) {
-        *at = '.';
-        Store(at + 1, GetEightDigits(number.part * powersOfTen[static_cast<std::size_t>(mostDigits - decimals)]));
-        at += 1 + decimals;
-    }
-    buffer.resize(size + (at - start));
+    if (decimals == 0)
+        return at;
+    *at++ = '.';
+    Store(at, GetEightDigits(number.part * powersOfTen[static_cast<std::size_t>(mostDigits - decimals)]));
+    return at + decimals;
 }
 } // namespace
 
-void ZETLaserNumberText::Append(QByteArray& buffer, double value, int decimals)
+char* ZETLaserNumberText::TryWrite(char* at, double value, int decimals)
 {
     const auto bits = std::bit_cast<std::uint64_t>(value);
     const int exponent = static_cast<int>(bits >> mantissaBits) & exponentMask;
     // From 2^52 on a double has no bits behind the point; infinities and not-a-number have a large exponent as well.
-    if (decimals >= 0 && decimals <= mostDigits && exponent < exponentBias) {
-        const std::uint64_t fraction = bits & ((std::uint64_t(1) << mantissaBits) - 1);
-        // Subnormal numbers have no leading bit. They would need an exponent of 1, but all are far below half a unit.
-        const std::uint64_t mantissa = exponent > 0 ? fraction | (std::uint64_t(1) << mantissaBits) : fraction;
-        const std::uint64_t scale = powersOfTen[static_cast<std::size_t>(decimals)];
-        const Rounded number = Round(mantissa, exponentBias - exponent, scale);
-        if (number.whole < wholeLimit) {
-            // Meant: -0.0 has no sign, but a negative that rounds to zero keeps it.
-            AppendRounded(buffer, value < 0.0, number, decimals);
-            return;
-        }
-    }
-    buffer.append(QString::number(value, 'f', decimals).toLatin1());
+    if (decimals < 0 || decimals > mostDigits || exponent >= exponentBias)
+        return nullptr;
+    const std::uint64_t fraction = bits & ((std::uint64_t(1) << mantissaBits) - 1);
+    // Subnormal numbers have no leading bit. They would need an exponent of 1, but all are far below half a unit.
+    const std::uint64_t mantissa = exponent > 0 ? fraction | (std::uint64_t(1) << mantissaBits) : fraction;
+    const std::uint64_t scale = powersOfTen[static_cast<std::size_t>(decimals)];
+    const Rounded number = Round(mantissa, exponentBias - exponent, scale);
+    if (number.whole >= wholeLimit)
+        return nullptr;
+    // Meant: -0.0 has no sign, but a negative that rounds to zero keeps it.
+    return WriteRounded(at, value < 0.0, number, decimals);
+}
+
+void ZETLaserNumberText::Append(QByteArray& buffer, double value, int decimals)
+{
+    const qsizetype size = buffer.size();
+    buffer.resize(size + room);
+    char* const at = buffer.data() + size;
+    const char* const end = TryWrite(at, value, decimals);
+    buffer.resize(size + (end ? end - at : 0));
+    if (!end)
+        buffer.append(QString::number(value, 'f', decimals).toLatin1());
 }

@@ -2,15 +2,17 @@
 
 #include "writers/ZETLaserNumberText.h"
 
+#include <QByteArray>
 #include <QIODevice>
 #include <QStringConverter>
+
+#include <algorithm>
+#include <cstring>
 
 namespace
 {
 // Large enough that handing over a block costs nothing beside filling it, small enough to stay in the cache.
 constexpr qsizetype blockSize = 128 * 1024;
-// Room behind a full block for the line that fills it; a longer one makes the buffer grow.
-constexpr qsizetype lineRoom = 4 * 1024;
 } // namespace
 
 ZETLaserTextStream::ZETLaserTextStream(QIODevice* target)
@@ -31,57 +33,66 @@ void ZETLaserTextStream::SetDevice(QIODevice* target)
 
 void ZETLaserTextStream::Flush()
 {
-    if (device && device->isWritable() && !buffer.isEmpty())
-        device->write(buffer);
-    buffer.resize(0); // keeps the memory
+    if (device && device->isWritable() && used > 0)
+        device->write(buffer.get(), used);
+    used = 0;
 }
 
-void ZETLaserTextStream::Append(char character)
+void ZETLaserTextStream::Renew(qsizetype count)
 {
-    buffer.append(character);
+    Flush();
+    if (capacity >= count)
+        return;
+    capacity = std::max(blockSize, count);
+    buffer = std::make_unique_for_overwrite<char[]>(size_t(capacity));
+}
+
+void ZETLaserTextStream::AppendBytes(const char* bytes, qsizetype count)
+{
+    if (count == 0)
+        return; // an empty text may have no bytes to point to
+    std::memcpy(MakeRoom(count), bytes, size_t(count));
+    used += count;
 }
 
 void ZETLaserTextStream::Append(QLatin1StringView keyword)
 {
     for (const char character : keyword)
         Q_ASSERT(uchar(character) < 0x80);
-    buffer.append(keyword.data(), keyword.size());
+    AppendBytes(keyword.data(), keyword.size());
 }
 
 void ZETLaserTextStream::Append(QStringView text)
 {
     // Stateless, so that half a surrogate pair at the end of a text becomes a replacement character at once.
     QStringEncoder encoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    const qsizetype start = buffer.size();
-    buffer.resize(start + encoder.requiredSpace(text.size()));
-    const char* end = encoder.appendToBuffer(buffer.data() + start, text);
-    buffer.resize(end - buffer.constData());
+    char* at = MakeRoom(encoder.requiredSpace(text.size()));
+    used += encoder.appendToBuffer(at, text) - at;
 }
 
 void ZETLaserTextStream::Append(const ZETLaserNumber& number)
 {
-    ZETLaserNumberText::Append(buffer, number.value, number.decimals);
+    char* at = MakeRoom(ZETLaserNumberText::room);
+    if (const char* end = ZETLaserNumberText::TryWrite(at, number.value, number.decimals)) {
+        used += end - at;
+        return;
+    }
+    QByteArray text;
+    ZETLaserNumberText::Append(text, number.value, number.decimals);
+    AppendBytes(text.constData(), text.size());
 }
 
 void ZETLaserTextStream::Append(const ZETLaserNumbers& numbers)
 {
-    ZETLaserNumberText::Append(buffer, numbers.x, numbers.decimals);
-    buffer.append(' ');
-    ZETLaserNumberText::Append(buffer, numbers.y, numbers.decimals);
-    buffer.append(' ');
-    ZETLaserNumberText::Append(buffer, numbers.z, numbers.decimals);
+    Append(ZETLaserNumber{numbers.x, numbers.decimals});
+    Append(' ');
+    Append(ZETLaserNumber{numbers.y, numbers.decimals});
+    Append(' ');
+    Append(ZETLaserNumber{numbers.z, numbers.decimals});
 }
 
 void ZETLaserTextStream::AppendInteger(qint64 number)
 {
-    buffer.append(QByteArray::number(number));
-}
-
-void ZETLaserTextStream::EndLine()
-{
-    buffer.append('\n');
-    if (buffer.size() >= blockSize)
-        Flush();
-    else if (buffer.capacity() < blockSize + lineRoom)
-        buffer.reserve(blockSize + lineRoom);
+    const QByteArray text = QByteArray::number(number);
+    AppendBytes(text.constData(), text.size());
 }

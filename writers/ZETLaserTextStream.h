@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 #include <QtGlobal>
 
 #include <concepts>
+#include <memory>
 
 class QIODevice;
 
@@ -70,7 +70,11 @@ public:
     }
 
 private:
-    void Append(char character);
+    void Append(char character)
+    {
+        *MakeRoom(1) = character;
+        ++used;
+    }
     void Append(QLatin1StringView keyword);
     void Append(QStringView text);
     void Append(const QString& text) { Append(QStringView(text)); }
@@ -78,8 +82,21 @@ private:
     void Append(const ZETLaserNumber& number);
     void Append(const ZETLaserNumbers& numbers);
     void AppendInteger(qint64 number);
-    void EndLine();
+    void EndLine() { Append('\n'); }
+    void AppendBytes(const char* bytes, qsizetype count);
+
+    /*! Where the next bytes go, with room for \a count of them; `used` grows by those that were written. */
+    char* MakeRoom(qsizetype count)
+    {
+        if (capacity - used < count)
+            Renew(count);
+        return buffer.get() + used;
+    }
+    /*! Flushes, and sees to it that the buffer is large enough. */
+    void Renew(qsizetype count);
 
     QIODevice* device = nullptr;
-    QByteArray buffer;
+    std::unique_ptr<char[]> buffer;
+    qsizetype capacity = 0;
+    qsizetype used = 0;
 };

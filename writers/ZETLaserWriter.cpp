@@ -9,7 +9,6 @@
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserParameterEntity.h"
-#include "laser/ZETLaserPoint.h"
 #include "laser/ZETLaserTextEntity.h"
 #include "writers/ZETLaserTargetWalk.h"
 
@@ -134,16 +133,6 @@ const ZETCompPlyBase* ZETLaserWriter::GetPly(const ZETLaserGroup& group)
     return PlyInProperty(group, ZETLaserEntityProperties::subPly);
 }
 
-ZETMathPoint ZETLaserWriter::GetOutputPoint(const ZETLaserPoint& point) const
-{
-    return GetOutputPoint(point.GetShownPoint());
-}
-
-ZETMathPoint ZETLaserWriter::GetOutputPoint(const ZETMathPoint& point) const
-{
-    return (outputAxis * point) * unitScale;
-}
-
 ZETMathPoint ZETLaserWriter::GetOutputPoint(const ZETLaserTarget& target) const
 {
     return GetOutputPoint(target.GetCoordinates());
@@ -152,11 +141,6 @@ ZETMathPoint ZETLaserWriter::GetOutputPoint(const ZETLaserTarget& target) const
 bool ZETLaserWriter::WritesNormal(const ZETLaserPoint& point) const
 {
     return options->GetIncludeNormalVectors() && point.HasNormal();
-}
-
-ZETMathVector ZETLaserWriter::GetOutputNormal(const ZETLaserPoint& point) const
-{
-    return outputAxis * point.GetNormal();
 }
 
 QList<ZETLaserWriter::Parameter> ZETLaserWriter::EvaluateParameters(const ZETLaserGroup& group) const

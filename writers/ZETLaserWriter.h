@@ -1,5 +1,6 @@
 #pragma once
 
+#include "laser/ZETLaserPoint.h"
 #include "writers/ZETLaserTextStream.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
@@ -24,7 +25,6 @@ class ZETLaser3DText;
 class ZETLaserGroup;
 class ZETLaserOptions;
 class ZETLaserParameterProvider;
-class ZETLaserPoint;
 class ZETLaserProjector;
 class ZETLaserTarget;
 struct ZETLaserTargetCounts;
@@ -112,14 +112,14 @@ protected:
     // Points.
 
     /*! Where \a point is in the file: output axis, output units. The offset point counts, if there is one. */
-    ZETMathPoint GetOutputPoint(const ZETLaserPoint& point) const;
+    ZETMathPoint GetOutputPoint(const ZETLaserPoint& point) const { return GetOutputPoint(point.GetShownPoint()); }
     /*! The same for a point of the model and for a target. */
-    ZETMathPoint GetOutputPoint(const ZETMathPoint& point) const;
+    ZETMathPoint GetOutputPoint(const ZETMathPoint& point) const { return (outputAxis * point) * unitScale; }
     ZETMathPoint GetOutputPoint(const ZETLaserTarget& target) const;
     /*! Whether normals are asked for and \a point has one. */
     bool WritesNormal(const ZETLaserPoint& point) const;
     /*! The normal of \a point in the output axis; never scaled. */
-    ZETMathVector GetOutputNormal(const ZETLaserPoint& point) const;
+    ZETMathVector GetOutputNormal(const ZETLaserPoint& point) const { return outputAxis * point.GetNormal(); }
 
     // Parameters and texts of a leaf, in the order of the children. Both are empty for a group without GetPly().
 
