@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QObject>
+#include <QVariant>
+
 /*! Names of the dynamic properties by which an entity tells where it came from. A property that was never set reads as
  *  an invalid QVariant, which is a meaningful state; none is inherited from the parent entity. */
 namespace ZETLaserEntityProperties
@@ -11,3 +14,10 @@ constexpr char ply[] = "ZETCompPly";                   //!< ZETCompPly*, on the 
 constexpr char subPly[] = "ZETCompSubPly";             //!< ZETCompSubPly*, on the group of a sub-ply
 constexpr char material[] = "ZETCompMaterial";         //!< ZETMatMaterial*, on the group of a ply or sub-ply
 } // namespace ZETLaserEntityProperties
+
+/*! The model object in the dynamic property \a name of \a entity; null if it has none of that class. */
+template <typename T>
+T* ObjectIn(const QObject& entity, const char* name)
+{
+    return qobject_cast<T*>(entity.property(name).template value<QObject*>());
+}

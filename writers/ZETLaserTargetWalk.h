@@ -16,11 +16,12 @@ struct ZETLaserTargetCounts {
  *
  *  For each projector it calls beginProjector(projector, count), with the projector's index and the count of its
  * targets, and for each of the targets writeTarget(target, index, projector), with the indices in both lists. Indices
- * are from 0. Null entries of either list are passed over, and use up their index. */
-template <typename BeginProjector, typename WriteTarget>
-ZETLaserTargetCounts WalkTargets(const QList<ZETLaserTarget*>& targets,
-                                 const QList<const ZETLaserProjector*>& projectors, BeginProjector beginProjector,
-                                 WriteTarget writeTarget)
+ * are from 0. Null entries of either list are passed over, and use up their index. Behind the targets of each projector
+ * it calls endProjector(projector). */
+template <typename BeginProjector, typename WriteTarget, typename EndProjector = void (*)(int)>
+ZETLaserTargetCounts WalkTargets(
+    const QList<ZETLaserTarget*>& targets, const QList<const ZETLaserProjector*>& projectors,
+    BeginProjector beginProjector, WriteTarget writeTarget, EndProjector endProjector = [](int) {})
 {
     ZETLaserTargetCounts counts;
     const auto walkProjector = [&](const QList<ZETLaserTarget*>& ownTargets, int projector) {
@@ -31,6 +32,7 @@ ZETLaserTargetCounts WalkTargets(const QList<ZETLaserTarget*>& targets,
             writeTarget(*ownTargets[index], index, projector);
             ++counts.targets;
         }
+        endProjector(projector);
     };
 
     if (projectors.isEmpty())

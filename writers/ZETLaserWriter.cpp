@@ -32,11 +32,6 @@ ZETFeatContainer* ContainerOf(const ZETCompRoot* modelRoot)
 {
     return modelRoot ? qobject_cast<ZETFeatContainer*>(modelRoot->GetContainer()) : nullptr;
 }
-
-const ZETCompPlyBase* PlyInProperty(const ZETLaserGroup& group, const char* name)
-{
-    return qobject_cast<const ZETCompPlyBase*>(group.property(name).value<QObject*>());
-}
 } // namespace
 
 ZETLaserWriter::ZETLaserWriter(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot)
@@ -128,9 +123,9 @@ bool ZETLaserWriter::StandsFor(const ZETLaserGroup& group, const char* name)
 
 const ZETCompPlyBase* ZETLaserWriter::GetPly(const ZETLaserGroup& group)
 {
-    if (const auto* ply = PlyInProperty(group, ZETLaserEntityProperties::ply))
+    if (const auto* ply = ObjectIn<const ZETCompPlyBase>(group, ZETLaserEntityProperties::ply))
         return ply;
-    return PlyInProperty(group, ZETLaserEntityProperties::subPly);
+    return ObjectIn<const ZETCompPlyBase>(group, ZETLaserEntityProperties::subPly);
 }
 
 ZETMathPoint ZETLaserWriter::GetOutputPoint(const ZETLaserTarget& target) const

@@ -151,8 +151,8 @@ protected:
     struct TargetTexts {
         QString noTargets;
         QString noProjectors;
-        QString written;             //!< of a job without projectors: %1 targets, %2 file name
-        QString writtenInProjectors; //!< %1 targets, %2 projectors, %3 file name
+        QString written{};             //!< of a job without projectors: %1 targets, %2 file name
+        QString writtenInProjectors{}; //!< %1 targets, %2 projectors, %3 file name
     };
     /*! The targets of the model. Tells the report when there are none, and otherwise when the job has no projectors. */
     QList<ZETLaserTarget*> FindTargets(const TargetTexts& texts);

@@ -58,12 +58,6 @@ QString MakeSafe(const QString& name)
     return ZETSysFileUtilities::CreateSafeFilename(name, u'_', u"."_s);
 }
 
-template <typename T>
-T* ObjectIn(const ZETLaserGroup& group, const char* name)
-{
-    return qobject_cast<T*>(group.property(name).value<QObject*>());
-}
-
 /*! The material of \a ply: the first of its materials; null without any. */
 ZETMatMaterial* MaterialOf(const ZETCompPly& ply)
 {
