@@ -7,8 +7,9 @@
  *  file. */
 QByteArray ReadBytes(const QString& fileName);
 
-/*! Whether \a actual is \a expected; otherwise \a difference tells, in lines, where they part. */
-bool IsSameText(const QByteArray& actual, const QByteArray& expected, QString* difference);
+/*! Whether \a actualText is \a expectedText; otherwise \a difference tells, in lines, where they part. The one clock
+ *  field of all formats, FILEDATE, may differ in its digits. */
+bool IsSameText(const QByteArray& actualText, const QByteArray& expectedText, QString* difference);
 
 /*! Compares two texts byte by byte, and shows the lines around the first difference. */
 #define COMPARE_TEXT(actual, expected)                                                                                 \

@@ -8,8 +8,9 @@
 /*! Whole outputs against expected files.
  *
  *  A case is a folder tests/golden/FORMAT/CASE with job.txt, a job as TestJob reads it, and the files that the job is
- *  expected to make: all of them, and no others. What a test makes stays in the folder FORMAT/CASE below its working
- *  folder; scripts/accept-golden.sh copies it back when it was looked at and found right. */
+ *  expected to make: all of them, and no others. In these @FOLDER@ stands for the absolute path of the output folder.
+ *  What a test makes stays in the folder FORMAT/CASE below its working folder; scripts/accept-golden.sh copies it back
+ *  when it was looked at and found right. */
 class TestGolden
 {
 public:
@@ -29,6 +30,8 @@ public:
             return QStringLiteral("Write() returned false");
         return Compare(name);
     }
+    /*! The same with the writer of the job's file type. */
+    QString Run(const QString& name, const QString& partFile) const;
 
 private:
     /*! The empty output folder of a case, and the current folder as long as this lives. */

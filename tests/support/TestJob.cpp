@@ -6,14 +6,19 @@
 #include "features/ZETLaserTarget.h"
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
+#include "laser/ZETLaserEntityProperties.h"
+#include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserParameterEntity.h"
 #include "laser/ZETLaserPoint.h"
 #include "laser/ZETLaserTextEntity.h"
+#include "openhost/ZETComposites/ZETOpenComposites.h"
 #include "openhost/ZETFeature/ZETOpenModel.h"
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
+#include "openhost/ZETMaterial/ZETOpenMaterial.h"
 #include "openhost/ZETTopology/ZETOpenBodyBuilder.h"
 #include "openhost/ZETWireframe/ZETOpenWireframe.h"
+#include "writers/ZETLaserWriter.h"
 
 #include <ZETComposites/ZETCompLayup.h>
 #include <ZETComposites/ZETCompPly.h>
@@ -24,10 +29,12 @@
 #include <ZETComposites/ZETCompSubPly.h>
 #include <ZETFeature/ZETFeatContainer.h>
 #include <ZETFeature/ZETFeatGeometry.h>
+#include <ZETMaterial/ZETMatMaterial.h>
 #include <ZETTopology/ZETTopBody.h>
 
 #include <QMap>
 #include <QStringList>
+#include <QtMath>
 #include <QVariant>
 
 using namespace Qt::Literals::StringLiterals;
@@ -104,6 +111,10 @@ public:
     {
         while (!AtEnd())
             ParseStatement();
+        // The options drop nulls when they select, so there is no other way to have one in the list.
+        auto& projectors = const_cast<QList<const ZETLaserProjector*>&>(job.options.GetProjectors());
+        for (const qsizetype index : std::as_const(nullProjectors))
+            projectors.insert(index, nullptr);
     }
 
 private:
@@ -191,12 +202,20 @@ private:
             options.SetRosetteBeforePlyGeometry(TakeSwitch());
         else if (Accept("nestsequences"_L1))
             options.SetNestSequencesWithinLayup(TakeSwitch());
+        else if (Accept("nestplies"_L1))
+            options.SetNestPliesWithinSequence(TakeSwitch());
         else if (Accept("axis"_L1))
             ParseAxis();
         else if (Accept("target"_L1))
             ParseTarget();
         else if (Accept("projector"_L1))
+            options.AddProjector(ParseProjector());
+        else if (Accept("idleprojector"_L1))
             ParseProjector();
+        else if (Accept("nullprojector"_L1))
+            nullProjectors.append(options.GetProjectors().size() + nullProjectors.size());
+        else if (Accept("usematerialid"_L1))
+            options.SetUseMaterialID(TakeSwitch());
         else
             ParseGroup(job.tree, {});
     }
@@ -225,7 +244,7 @@ private:
         job.targets.append(target);
     }
 
-    void ParseProjector()
+    ZETLaserProjector* ParseProjector()
     {
         auto* projector = Make<ZETLaserProjector>();
         ZETOpenModel::SetLabel(*projector, Take("a name"));
@@ -234,7 +253,7 @@ private:
         while (!Accept("}"_L1))
             targets.append(Accept("null"_L1) ? nullptr : job.targets.at(int(ToNumber(Take("a number"))) - 1));
         projector->SetTargets(targets);
-        job.options.AddProjector(projector);
+        return projector;
     }
 
     /*! The model object of that class that is nearest around, made if there is none. */
@@ -306,6 +325,10 @@ private:
                 ParseParameter(group);
             else if (Accept("text"_L1))
                 ParseText(group);
+            else if (Accept("material"_L1))
+                ParseMaterial(*group);
+            else if (Accept("direction"_L1))
+                ParseDirection(*group);
             else
                 ParseGroup(group, places);
         }
@@ -371,9 +394,26 @@ private:
         group->AddTextEntity(QSharedPointer<ZETLaserTextEntity>::create(group, text));
     }
 
+    void ParseMaterial(ZETLaserGroup& group)
+    {
+        auto* material = new ZETMatMaterial(job.model);
+        ZETOpenMaterial::SetMaterialType(*material, Take("a type"));
+        ZETOpenMaterial::SetMaterialId(*material, Take("an id"));
+        group.setProperty(ZETLaserEntityProperties::material, QVariant::fromValue(material));
+    }
+
+    void ParseDirection(const ZETLaserGroup& group)
+    {
+        auto* ply = ObjectIn<ZETCompPly>(group, ZETLaserEntityProperties::ply);
+        if (!ply)
+            Fail("no direction in a group that is no ply");
+        ZETOpenComposites::SetDirection(*ply, qDegreesToRadians(ToNumber(Take("an angle"))));
+    }
+
     TestJob& job;
     QList<Word> words;
     qsizetype next = 0;
+    QList<qsizetype> nullProjectors; // indices in the selection
 };
 
 TestJob::TestJob(const QString& text)
@@ -387,6 +427,12 @@ TestJob::TestJob(const QString& text)
 }
 
 TestJob::~TestJob() = default;
+
+bool TestJob::WriteFileType(const QString& fileName)
+{
+    options.SetFileName(fileName);
+    return ZETLaserFileType::Of(options.GetFileType()).makeWriter(&options, tree, nullptr)->Write();
+}
 
 void TestJob::RemoveModel()
 {

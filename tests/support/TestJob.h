@@ -26,10 +26,13 @@ class ZETLaserTarget;
  *      partname NAME                       part name of the options
  *      rootname NAME                       name of the root group
  *      units mm|inch    type NUMBER    filetype NUMBER
- *      normals on|off    rosettefirst on|off    nestsequences on|off
+ *      normals on|off    rosettefirst on|off    nestsequences on|off    nestplies on|off
  *      axis ORIGIN FIRST SECOND            the axis system of the job, with the label "Cell"
  *      target NAME POINT [drift]
  *      projector NAME { NUMBER|null ... }  selected; targets by their number, from 1
+ *      idleprojector NAME { ... }          in the model, but not selected
+ *      nullprojector                       a null in the selection, at this place
+ *      usematerialid on|off
  *      GROUP ...                           a child of the root
  *  A GROUP:
  *      layup|sequence|ply|subply NAME { ... }     stands for a model object of that name
@@ -39,6 +42,8 @@ class ZETLaserTarget;
  *      contour [NAME] { open|closed [NAME] POINT ... }    any number of curves
  *      parameter information|message|graphic|query|literal|note|NUMBER TEXT
  *      text TEXT ORIGIN FIRST SECOND SIZE                 a 3D text by an axis system
+ *      material TYPE ID                                   the material of the group
+ *      direction DEGREES                                  that of the ply that the group stands for
  *  A POINT is x,y,z and a normal may follow, as x,y,z/i,j,k; @x,y,z behind it is the offset point. */
 class TestJob
 {
@@ -66,6 +71,8 @@ public:
         options.SetFileName(fileName);
         return Writer(&options, tree).Write();
     }
+    /*! The same with the writer of the options' file type. */
+    bool WriteFileType(const QString& fileName);
 
 private:
     friend class TestJobParser;

@@ -3,6 +3,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
+#include "tests/support/TestOutput.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -23,23 +24,9 @@ const QByteArray opening = "#switch to red if any error occurs\n"
                            "DRAWING_START \"\"\n";
 const QByteArray closing = "DRAWING_END\nPROJECTION_END\n";
 
-/*! The files of one job, written into the working folder. */
-struct Written {
-    QByteArray part;
-    QByteArray report;
-    QByteArray calibration;
-    bool hasCalibration;
-};
-
-Written Write(const QString& text)
+TestOutput Write(const QString& text)
 {
-    TestJob job(text);
-    QFile::remove(u"wing.cal"_s);
-    if (!job.Write<ZETLaserWriterLAP>(u"wing.lpd"_s))
-        qFatal("Write() returned false");
-    const bool hasCalibration = QFileInfo::exists(u"wing.cal"_s);
-    return {ReadBytes(u"wing.lpd"_s), ReadBytes(u"wing.lpd-report.htm"_s),
-            hasCalibration ? ReadBytes(u"wing.cal"_s) : QByteArray(), hasCalibration};
+    return WriteOutput(u"filetype 3\n"_s + text, u"wing.lpd"_s, u"wing.cal"_s);
 }
 
 /*! What stands in the part file between its opening and its closing lines. */
@@ -55,15 +42,6 @@ QByteArray Entity(const QByteArray& lines)
 {
     return "GROUP_START \"\"\nGROUP_COLOR Green\nENTITY_START \"\"\nENTITY_COLOR Green\n" + lines +
            "ENTITY_END\nGROUP_END\n";
-}
-
-QStringList Messages()
-{
-    QStringList texts;
-    const auto messages = ZETOpenMessageQueue::GetMessages();
-    for (const auto& message : messages)
-        texts += QString::number(message.type) + u' ' + message.text;
-    return texts;
 }
 } // namespace
 
@@ -198,7 +176,7 @@ void TestWriterLAP::pointsHaveThreeDecimalsAndTargetsSix()
 {
     const auto written = Write(u"target \"\" 25000,0.00025,-1e-9 ply P { contour { open 25000,0.0625,-1e-9 } }"_s);
     QVERIFY(written.part.contains("\n25000.000 0.063 -0.000\n"));
-    COMPARE_TEXT(written.calibration, "1\nT 0 25000.000000 0.000250 -0.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "1\nT 0 25000.000000 0.000250 -0.000000\n"_ba);
 }
 
 void TestWriterLAP::normalsStandBehindThreeBlanks()
@@ -223,7 +201,7 @@ void TestWriterLAP::inchesScalePointsAndTargetsAndNoNormals()
     const auto written =
         Write(u"units inch target \"\" 25.4,-50.8,1 ply P { contour { open 25.4,-254,1/0.6,0,-0.8 } }"_s);
     QVERIFY(written.part.contains("\n1.000 -10.000 0.039   0.600 0.000 -0.800\n"));
-    COMPARE_TEXT(written.calibration, "1\nT 0 1.000000 -2.000000 0.039370\n"_ba);
+    COMPARE_TEXT(written.targets, "1\nT 0 1.000000 -2.000000 0.039370\n"_ba);
 }
 
 void TestWriterLAP::theAxisSystemMovesPointsNormalsAndTargets()
@@ -232,7 +210,7 @@ void TestWriterLAP::theAxisSystemMovesPointsNormalsAndTargets()
     const auto written = Write(u"axis 10,20,30 0,1,0 -1,0,0 target \"\" 11,22,33 "
                                "ply P { contour { open 11,22,33/1,0,0 } }"_s);
     QVERIFY(written.part.contains("\n2.000 -1.000 3.000   0.000 -1.000 0.000\n"));
-    COMPARE_TEXT(written.calibration, "1\nT 0 2.000000 -1.000000 3.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "1\nT 0 2.000000 -1.000000 3.000000\n"_ba);
 }
 
 void TestWriterLAP::onlyLiteralParametersAreWritten()
@@ -240,13 +218,13 @@ void TestWriterLAP::onlyLiteralParametersAreWritten()
     COMPARE_TEXT(Drawing(u"ply P { parameter information I parameter message M parameter graphic G parameter query Q "
                          "parameter literal \"RAW %PLY%\" parameter note N parameter 6 X }"_s),
                  "RAW P\n"_ba);
-    QCOMPARE(Messages(), QStringList({u"0 LAP data have been successfully written to file:\n wing.lpd"_s,
-                                      u"2 Unsupported laser parameter type Information for LAP"_s,
-                                      u"2 Unsupported laser parameter type Message for LAP"_s,
-                                      u"2 Unsupported laser parameter type Graphic for LAP"_s,
-                                      u"2 Unsupported laser parameter type Query for LAP"_s,
-                                      u"2 Unsupported laser parameter type Note for LAP"_s,
-                                      u"2 Unsupported laser parameter type  for LAP"_s}));
+    QCOMPARE(QueuedMessages(), QStringList({u"0 LAP data have been successfully written to file:\n wing.lpd"_s,
+                                            u"2 Unsupported laser parameter type Information for LAP"_s,
+                                            u"2 Unsupported laser parameter type Message for LAP"_s,
+                                            u"2 Unsupported laser parameter type Graphic for LAP"_s,
+                                            u"2 Unsupported laser parameter type Query for LAP"_s,
+                                            u"2 Unsupported laser parameter type Note for LAP"_s,
+                                            u"2 Unsupported laser parameter type  for LAP"_s}));
 }
 
 void TestWriterLAP::parametersFollowTheContours()
@@ -266,7 +244,7 @@ void TestWriterLAP::parametersOfAGroupThatIsNoPlyAreNotTold()
     COMPARE_TEXT(Drawing(u"sequence S { parameter literal RAW parameter note N }"_s),
                  "LAYER_START \"S\"\nLAYER_COLOR Green\nLAYER_END\n"_ba);
     COMPARE_TEXT(Drawing(u"nullply P { parameter literal RAW parameter note N }"_s), ""_ba);
-    QCOMPARE(Messages().size(), 2); // "written" of both jobs
+    QCOMPARE(QueuedMessages().size(), 2); // "written" of both jobs
 }
 
 void TestWriterLAP::withoutAQueueNothingIsTold()
@@ -279,20 +257,20 @@ void TestWriterLAP::textsLeaveNoTrace()
 {
     COMPARE_TEXT(Drawing(u"ply P { contour { open 1,2,3 } text %PLY% 0,0,0 1,0,0 0,1,0 5 }"_s),
                  Entity("1.000 2.000 3.000\n"));
-    QCOMPARE(Messages().size(), 1);
+    QCOMPARE(QueuedMessages().size(), 1);
 }
 
 void TestWriterLAP::withoutTargetsNoCalibrationFileIsMade()
 {
     const auto written = Write(u""_s);
-    QVERIFY(!written.hasCalibration);
+    QVERIFY(!written.hasTargets);
     QVERIFY(written.report.contains("\n\nNo laser targets found in model.\n\n\nNO PLY DATA WRITTEN!"));
 }
 
 void TestWriterLAP::withoutProjectorsNumbersAreFromZero()
 {
     const auto written = Write(u"target \"\" 1,0,0 target \"\" 2,0,0"_s);
-    COMPARE_TEXT(written.calibration, "2\nT 0 1.000000 0.000000 0.000000\nT 1 2.000000 0.000000 0.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "2\nT 0 1.000000 0.000000 0.000000\nT 1 2.000000 0.000000 0.000000\n"_ba);
     QVERIFY(written.report.contains("\nNo laser projectors found in model, using all targets in one projector.\n"
                                     "\nWriting 2 targets to file wing.cal\n\nNO PLY DATA WRITTEN!"));
 }
@@ -300,27 +278,27 @@ void TestWriterLAP::withoutProjectorsNumbersAreFromZero()
 void TestWriterLAP::withProjectorsOneNumberRunsThroughFromOne()
 {
     const auto written = Write(u"target \"\" 1,0,0 target \"\" 2,0,0 projector P { 2 1 } projector Q { 1 }"_s);
-    COMPARE_TEXT(written.calibration, "2\nT 1 2.000000 0.000000 0.000000\nT 2 1.000000 0.000000 0.000000\n"
-                                      "1\nT 3 1.000000 0.000000 0.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "2\nT 1 2.000000 0.000000 0.000000\nT 2 1.000000 0.000000 0.000000\n"
+                                  "1\nT 3 1.000000 0.000000 0.000000\n"_ba);
     QVERIFY(written.report.contains("\nWriting 3 targets in 2 projectors to file wing.cal\n\nNO PLY DATA WRITTEN!"));
 }
 
 void TestWriterLAP::aNullTargetUsesUpAnIndexButNoRunningNumber()
 {
-    COMPARE_TEXT(Write(u"target \"\" 1,0,0 target \"\" 2,0,0 projector P { 1 null 2 }"_s).calibration,
+    COMPARE_TEXT(Write(u"target \"\" 1,0,0 target \"\" 2,0,0 projector P { 1 null 2 }"_s).targets,
                  "3\nT 1 1.000000 0.000000 0.000000\nT 2 2.000000 0.000000 0.000000\n"_ba);
 }
 
 void TestWriterLAP::projectorsWithoutTargetsHaveACountOfZero()
 {
-    COMPARE_TEXT(Write(u"target \"\" 1,0,0 projector P { } projector Q { }"_s).calibration, "0\n0\n"_ba);
+    COMPARE_TEXT(Write(u"target \"\" 1,0,0 projector P { } projector Q { }"_s).targets, "0\n0\n"_ba);
 }
 
 void TestWriterLAP::namesThatAreNoNumberAreToldInTheReport()
 {
     const auto written = Write(u"target 0 1,0,0 target 7 2,0,0 target \"Tar get\" 3,0,0"_s);
-    COMPARE_TEXT(written.calibration, "3\nT 0 1.000000 0.000000 0.000000\nT 1 2.000000 0.000000 0.000000\n"
-                                      "T 2 3.000000 0.000000 0.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "3\nT 0 1.000000 0.000000 0.000000\nT 1 2.000000 0.000000 0.000000\n"
+                                  "T 2 3.000000 0.000000 0.000000\n"_ba);
     QVERIFY(written.report.contains("\nTarget name '7' saved with LAP number 1\n"
                                     "Target name 'Tar get' saved with LAP number 2\n\nWriting 3 targets"));
     QVERIFY(!written.report.contains("Target name '0'"));
@@ -329,7 +307,7 @@ void TestWriterLAP::namesThatAreNoNumberAreToldInTheReport()
 
 void TestWriterLAP::driftLeavesNoTrace()
 {
-    COMPARE_TEXT(Write(u"target \"\" 1,0,0 drift"_s).calibration, "1\nT 0 1.000000 0.000000 0.000000\n"_ba);
+    COMPARE_TEXT(Write(u"target \"\" 1,0,0 drift"_s).targets, "1\nT 0 1.000000 0.000000 0.000000\n"_ba);
 }
 
 void TestWriterLAP::theWrittenMessageNamesTheMake()

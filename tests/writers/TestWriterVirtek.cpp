@@ -3,6 +3,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
+#include "tests/support/TestOutput.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -12,26 +13,12 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-/*! The files of one job, written into the working folder. */
-struct Written {
-    QByteArray part;
-    QByteArray report;
-    QByteArray calibration;
-    bool hasCalibration;
-};
-
-Written Write(TestJob& job, const QString& fileName = u"wing.ply"_s)
+TestOutput Write(TestJob& job, const QString& fileName = u"wing.ply"_s)
 {
-    const QString calibration = fileName.left(qMax(qsizetype(0), fileName.size() - 3)) + u"cal"_s;
-    QFile::remove(calibration);
-    if (!job.Write<ZETLaserWriterVirtek>(fileName))
-        qFatal("Write() returned false");
-    const bool hasCalibration = QFileInfo::exists(calibration);
-    return {ReadBytes(fileName), ReadBytes(fileName + u"-report.htm"_s),
-            hasCalibration ? ReadBytes(calibration) : QByteArray(), hasCalibration};
+    return WriteOutput(job, fileName, fileName.left(qMax(qsizetype(0), fileName.size() - 3)) + u"cal"_s);
 }
 
-Written Write(const QString& text)
+TestOutput Write(const QString& text)
 {
     TestJob job(text);
     return Write(job);
@@ -41,26 +28,6 @@ Written Write(const QString& text)
 QByteArray Part(const QString& text)
 {
     return Write(text).part;
-}
-
-/*! What stands in the report between its head and its foot. */
-QByteArray Between(const QByteArray& report)
-{
-    const QByteArray head = "Extra Geometry used\n\n";
-    const qsizetype begin = report.indexOf(head);
-    qsizetype end = report.indexOf("\n\nNO PLY DATA WRITTEN!");
-    if (end < 0)
-        end = report.indexOf("\n\nWarning & Error messages:");
-    return begin < 0 || end < 0 ? report : report.mid(begin + head.size(), end - begin - head.size());
-}
-
-QStringList Messages()
-{
-    QStringList texts;
-    const auto messages = ZETOpenMessageQueue::GetMessages();
-    for (const auto& message : messages)
-        texts += QString::number(message.type) + u' ' + message.text;
-    return texts;
 }
 } // namespace
 
@@ -313,7 +280,7 @@ void TestWriterVirtek::theAxisSystemMovesPointsNormalsTextsAndTargets()
                                "2.000000 -3.000000 3.000000\n"
                                "2.000000 -1.000000 4.000000\n"
                                "END P\nEOD\n"_ba);
-    COMPARE_TEXT(written.calibration, "1\nT T 2.000000 -1.000000 3.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "1\nT T 2.000000 -1.000000 3.000000\n"_ba);
 }
 
 void TestWriterVirtek::informationComesFirstWhateverItsPlace()
@@ -335,7 +302,7 @@ void TestWriterVirtek::eachTypeOfParameterHasItsLines()
         Part(u"ply P { parameter query Q1 parameter graphic \"logo left.bmp\" parameter message \"two\\nlines\" "
              "parameter literal \"  raw %\" parameter information I }"_s),
         "START P\nI 1\nI\nQ 1\nQ1\nG 0 logo left.bmp\nL 1\ntwo\nlines\n  raw %\nEND P\nEOD\n"_ba);
-    QCOMPARE(Messages().size(), 1); // "written" alone
+    QCOMPARE(QueuedMessages().size(), 1); // "written" alone
 }
 
 void TestWriterVirtek::parameterTextsAreEvaluated()
@@ -352,11 +319,11 @@ void TestWriterVirtek::unsupportedTypesAreToldOnceEach()
     COMPARE_TEXT(
         Part(u"ply P { parameter note N1 parameter message M parameter note N2 parameter 6 X parameter -1 Y }"_s),
         "START P\nL 1\nM\nEND P\nEOD\n"_ba);
-    QCOMPARE(Messages(), QStringList({u"0 Virtek data have been successfully written to file:\n wing.ply"_s,
-                                      u"2 Unsupported laser parameter type Note for Virtek"_s,
-                                      u"2 Unsupported laser parameter type Note for Virtek"_s,
-                                      u"2 Unsupported laser parameter type  for Virtek"_s,
-                                      u"2 Unsupported laser parameter type  for Virtek"_s}));
+    QCOMPARE(QueuedMessages(), QStringList({u"0 Virtek data have been successfully written to file:\n wing.ply"_s,
+                                            u"2 Unsupported laser parameter type Note for Virtek"_s,
+                                            u"2 Unsupported laser parameter type Note for Virtek"_s,
+                                            u"2 Unsupported laser parameter type  for Virtek"_s,
+                                            u"2 Unsupported laser parameter type  for Virtek"_s}));
 }
 
 void TestWriterVirtek::withoutAQueueUnsupportedTypesAreDropped()
@@ -369,7 +336,7 @@ void TestWriterVirtek::parametersOfAGroupThatIsNoPlyKeepItAndAreNotWritten()
 {
     COMPARE_TEXT(Part(u"sequence S { parameter message M parameter note N }"_s),
                  "LAYER START S\nSTART S\nEND S\nLAYER END S\nEOD\n"_ba);
-    QCOMPARE(Messages().size(), 1); // what isn't written isn't told as unsupported
+    QCOMPARE(QueuedMessages().size(), 1); // what isn't written isn't told as unsupported
 }
 
 void TestWriterVirtek::aTextHasThreePoints()
@@ -430,8 +397,8 @@ void TestWriterVirtek::parametersAndTextsGoFirstIfToldSo()
 void TestWriterVirtek::withoutTargetsNoCalibrationFileIsMade()
 {
     const auto written = Write(u"projector A { }"_s);
-    QVERIFY(!written.hasCalibration);
-    COMPARE_TEXT(Between(written.report), "\nNo laser targets found in model.\n"_ba);
+    QVERIFY(!written.hasTargets);
+    COMPARE_TEXT(ReportBody(written.report), "\nNo laser targets found in model.\n"_ba);
 }
 
 void TestWriterVirtek::withoutTargetsAnOldCalibrationFileStays()
@@ -450,17 +417,18 @@ void TestWriterVirtek::withoutAModelThereAreNoTargets()
     TestJob job(u"target A 0,0,0"_s);
     job.RemoveModel();
     const auto written = Write(job);
-    QVERIFY(!written.hasCalibration);
-    COMPARE_TEXT(Between(written.report), "\nNo laser targets found in model.\n"_ba);
+    QVERIFY(!written.hasTargets);
+    COMPARE_TEXT(ReportBody(written.report), "\nNo laser targets found in model.\n"_ba);
 }
 
 void TestWriterVirtek::withoutProjectorsAllTargetsAreThoseOfOne()
 {
     const auto written = Write(u"target A 1,2,3 target B -4,5.5,1e-9 drift"_s);
-    COMPARE_TEXT(written.calibration, "2\nT A 1.000000 2.000000 3.000000\nT B D -4.000000 5.500000 0.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "2\nT A 1.000000 2.000000 3.000000\nT B D -4.000000 5.500000 0.000000\n"_ba);
     // Meant: the last text has no line end, the foot of the report goes on behind it.
-    COMPARE_TEXT(Between(written.report), "\nNo laser projectors found in model, using all targets in one projector.\n"
-                                          "\nWriting 2 targets to file wing.cal"_ba);
+    COMPARE_TEXT(ReportBody(written.report),
+                 "\nNo laser projectors found in model, using all targets in one projector.\n"
+                 "\nWriting 2 targets to file wing.cal"_ba);
     QVERIFY(written.report.contains("to file wing.cal\n\nNO PLY DATA WRITTEN!\n"));
 }
 
@@ -468,52 +436,52 @@ void TestWriterVirtek::eachProjectorHasItsCountAndTargets()
 {
     const auto written = Write(u"target A 1,0,0 target B 2,0,0 target C 3,0,0 "
                                "projector Left { 2 1 } projector Right { 3 2 }"_s);
-    COMPARE_TEXT(written.calibration, "2\nT B 2.000000 0.000000 0.000000\nT A 1.000000 0.000000 0.000000\n"
-                                      "2\nT C 3.000000 0.000000 0.000000\nT B 2.000000 0.000000 0.000000\n"_ba);
-    COMPARE_TEXT(Between(written.report), "\nWriting 4 targets in 2 projectors to file wing.cal"_ba);
+    COMPARE_TEXT(written.targets, "2\nT B 2.000000 0.000000 0.000000\nT A 1.000000 0.000000 0.000000\n"
+                                  "2\nT C 3.000000 0.000000 0.000000\nT B 2.000000 0.000000 0.000000\n"_ba);
+    COMPARE_TEXT(ReportBody(written.report), "\nWriting 4 targets in 2 projectors to file wing.cal"_ba);
 }
 
 void TestWriterVirtek::aNullTargetCountsAndUsesUpItsIndex()
 {
     const auto written = Write(u"target \"\" 1,0,0 target \"\" 2,0,0 projector P { 1 null 2 }"_s);
-    COMPARE_TEXT(written.calibration, "3\nT 0 1.000000 0.000000 0.000000\nT 2 2.000000 0.000000 0.000000\n"_ba);
-    COMPARE_TEXT(Between(written.report), "\nWriting 2 targets in 1 projectors to file wing.cal"_ba);
+    COMPARE_TEXT(written.targets, "3\nT 0 1.000000 0.000000 0.000000\nT 2 2.000000 0.000000 0.000000\n"_ba);
+    COMPARE_TEXT(ReportBody(written.report), "\nWriting 2 targets in 1 projectors to file wing.cal"_ba);
 }
 
 void TestWriterVirtek::projectorsWithoutTargetsHaveACountOfZero()
 {
     const auto written = Write(u"target A 1,0,0 projector P { } projector Q { }"_s);
-    QVERIFY(written.hasCalibration);
-    COMPARE_TEXT(written.calibration, "0\n0\n"_ba);
-    COMPARE_TEXT(Between(written.report), "\nWriting 0 targets in 2 projectors to file wing.cal"_ba);
+    QVERIFY(written.hasTargets);
+    COMPARE_TEXT(written.targets, "0\n0\n"_ba);
+    COMPARE_TEXT(ReportBody(written.report), "\nWriting 0 targets in 2 projectors to file wing.cal"_ba);
 }
 
 void TestWriterVirtek::unnamedTargetsTakeTheirIndex()
 {
     const auto written =
         Write(u"target \"\" 1,0,0 target B 2,0,0 target \"\" 3,0,0 projector P { 1 2 3 } projector Q { 3 }"_s);
-    COMPARE_TEXT(written.calibration, "3\nT 0 1.000000 0.000000 0.000000\nT B 2.000000 0.000000 0.000000\n"
-                                      "T 2 3.000000 0.000000 0.000000\n1\nT 0 3.000000 0.000000 0.000000\n"_ba);
+    COMPARE_TEXT(written.targets, "3\nT 0 1.000000 0.000000 0.000000\nT B 2.000000 0.000000 0.000000\n"
+                                  "T 2 3.000000 0.000000 0.000000\n1\nT 0 3.000000 0.000000 0.000000\n"_ba);
 }
 
 void TestWriterVirtek::blanksInTargetNamesAreReplaced()
 {
     const auto written = Write(u"target \"Target  A\" 1,0,0 drift target \"T\tB\" 2,0,0 projector P { 1 2 }"_s);
-    COMPARE_TEXT(written.calibration,
+    COMPARE_TEXT(written.targets,
                  "2\nT Target__A D 1.000000 0.000000 0.000000\nT T\tB 2.000000 0.000000 0.000000\n"_ba);
-    COMPARE_TEXT(Between(written.report), "Substituting spaces in target name 'Target  A' with underscore\n"
-                                          "\nWriting 2 targets in 1 projectors to file wing.cal"_ba);
+    COMPARE_TEXT(ReportBody(written.report), "Substituting spaces in target name 'Target  A' with underscore\n"
+                                             "\nWriting 2 targets in 1 projectors to file wing.cal"_ba);
 }
 
 void TestWriterVirtek::driftTargetsAreMarked()
 {
-    COMPARE_TEXT(Write(u"target A 1,0,0 drift target B 2,0,0"_s).calibration,
+    COMPARE_TEXT(Write(u"target A 1,0,0 drift target B 2,0,0"_s).targets,
                  "2\nT A D 1.000000 0.000000 0.000000\nT B 2.000000 0.000000 0.000000\n"_ba);
 }
 
 void TestWriterVirtek::targetsInInches()
 {
-    COMPARE_TEXT(Write(u"units inch target A 25.4,-50.8,1"_s).calibration, "1\nT A 1.000000 -2.000000 0.039370\n"_ba);
+    COMPARE_TEXT(Write(u"units inch target A 25.4,-50.8,1"_s).targets, "1\nT A 1.000000 -2.000000 0.039370\n"_ba);
 }
 
 void TestWriterVirtek::theCalibrationFileReplacesThreeCharacters_data()
@@ -543,7 +511,7 @@ void TestWriterVirtek::aFileNameWithAPlaceholderStaysWhole()
     TestJob job(u"target A 1,0,0"_s);
     const auto written = Write(job, u"wing %1 %2 %3.ply"_s);
     QVERIFY(written.report.contains("\nWriting 1 targets to file wing %1 %2 %3.cal\n"));
-    QCOMPARE(Messages().value(0), u"0 Virtek data have been successfully written to file:\n wing %1 %2 %3.ply"_s);
+    QCOMPARE(QueuedMessages().value(0), u"0 Virtek data have been successfully written to file:\n wing %1 %2 %3.ply"_s);
 }
 
 void TestWriterVirtek::aFileNameWithAPlaceholderStaysWholeInTheListOfProjectors()
