@@ -1,5 +1,6 @@
 #include "laser/ZETLaserFileTypes.h"
 
+#include "writers/ZETLaserWriterAG.h"
 #include "writers/ZETLaserWriterDXF.h"
 #include "writers/ZETLaserWriterLAP.h"
 #include "writers/ZETLaserWriterVirtek.h"
@@ -23,15 +24,15 @@ QSharedPointer<ZETLaserWriter> Make(ZETLaserOptions* options, const QSharedPoint
         return QSharedPointer<Writer>::create(options, root);
 }
 
-/*! By the values of EOutputFileType. A type without a writer can be chosen, but not written. */
+/*! By the values of EOutputFileType. */
 constexpr std::array<ZETLaserFileType, 13> fileTypes{{
     {"Virtek"_L1, ".ply"_L1, Make<ZETLaserWriterVirtek>},
     {"LPT"_L1, ".XML"_L1, nullptr},
     {"FARO"_L1, ".XML"_L1, nullptr},
     {"LAP Laser"_L1, ".lpd"_L1, Make<ZETLaserWriterLAP>},
     {"SL Laser"_L1, ".sl"_L1, nullptr},
-    {"Assembly Guidance"_L1, ".PRT"_L1, nullptr},
-    {"Aligned Vision"_L1, ".PRT"_L1, nullptr},
+    {"Assembly Guidance"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
+    {"Aligned Vision"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
     {"General Scanning"_L1, ".PRT"_L1, nullptr},
     {"APT"_L1, ".APT"_L1, nullptr},
     {"APT_2"_L1, ".APT"_L1, nullptr},

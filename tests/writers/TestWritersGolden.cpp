@@ -29,6 +29,7 @@ void TestWritersGolden::jobsGiveTheExpectedFiles_data()
     };
     addFormat(u"virtek"_s, u"part.ply"_s);
     addFormat(u"lap"_s, u"part.lpd"_s);
+    addFormat(u"assembly-guidance"_s, u"part.PRT"_s);
 }
 
 void TestWritersGolden::jobsGiveTheExpectedFiles()
