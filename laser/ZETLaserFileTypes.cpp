@@ -1,6 +1,7 @@
 #include "laser/ZETLaserFileTypes.h"
 
 #include "writers/ZETLaserWriterAG.h"
+#include "writers/ZETLaserWriterAPT.h"
 #include "writers/ZETLaserWriterDXF.h"
 #include "writers/ZETLaserWriterLAP.h"
 #include "writers/ZETLaserWriterVirtek.h"
@@ -34,9 +35,9 @@ constexpr std::array<ZETLaserFileType, 13> fileTypes{{
     {"Assembly Guidance"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
     {"Aligned Vision"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
     {"General Scanning"_L1, ".PRT"_L1, nullptr},
-    {"APT"_L1, ".APT"_L1, nullptr},
-    {"APT_2"_L1, ".APT"_L1, nullptr},
-    {"SL APT"_L1, ".APT"_L1, nullptr},
+    {"APT"_L1, ".APT"_L1, Make<ZETLaserWriterAPT>},
+    {"APT_2"_L1, ".APT"_L1, Make<ZETLaserWriterAPT_2>},
+    {"SL APT"_L1, ".APT"_L1, Make<ZETLaserWriterAPT_SL>},
     {"DXF"_L1, ".DXF"_L1, Make<ZETLaserWriterDXF>},
     {"Quilmon Composites Part Data"_L1, ".CPD"_L1, nullptr},
 }};
