@@ -4,6 +4,7 @@
 #include "writers/ZETLaserWriterAPT.h"
 #include "writers/ZETLaserWriterDXF.h"
 #include "writers/ZETLaserWriterLAP.h"
+#include "writers/ZETLaserWriterSL.h"
 #include "writers/ZETLaserWriterVirtek.h"
 
 #include <array>
@@ -31,7 +32,7 @@ constexpr std::array<ZETLaserFileType, 13> fileTypes{{
     {"LPT"_L1, ".XML"_L1, nullptr},
     {"FARO"_L1, ".XML"_L1, nullptr},
     {"LAP Laser"_L1, ".lpd"_L1, Make<ZETLaserWriterLAP>},
-    {"SL Laser"_L1, ".sl"_L1, nullptr},
+    {"SL Laser"_L1, ".sl"_L1, Make<ZETLaserWriterSL>},
     {"Assembly Guidance"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
     {"Aligned Vision"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
     {"General Scanning"_L1, ".PRT"_L1, nullptr},
