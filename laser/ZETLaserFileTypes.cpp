@@ -3,6 +3,7 @@
 #include "writers/ZETLaserWriterAG.h"
 #include "writers/ZETLaserWriterAPT.h"
 #include "writers/ZETLaserWriterDXF.h"
+#include "writers/ZETLaserWriterGS.h"
 #include "writers/ZETLaserWriterLAP.h"
 #include "writers/ZETLaserWriterSL.h"
 #include "writers/ZETLaserWriterVirtek.h"
@@ -35,12 +36,12 @@ constexpr std::array<ZETLaserFileType, 13> fileTypes{{
     {"SL Laser"_L1, ".sl"_L1, Make<ZETLaserWriterSL>},
     {"Assembly Guidance"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
     {"Aligned Vision"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},
-    {"General Scanning"_L1, ".PRT"_L1, nullptr},
+    {"General Scanning"_L1, ".PRT"_L1, Make<ZETLaserWriterGS>},
     {"APT"_L1, ".APT"_L1, Make<ZETLaserWriterAPT>},
     {"APT_2"_L1, ".APT"_L1, Make<ZETLaserWriterAPT_2>},
     {"SL APT"_L1, ".APT"_L1, Make<ZETLaserWriterAPT_SL>},
     {"DXF"_L1, ".DXF"_L1, Make<ZETLaserWriterDXF>},
-    {"Quilmon Composites Part Data"_L1, ".CPD"_L1, nullptr},
+    {"Quilmon Composites Part Data"_L1, ".CPD"_L1, Make<ZETLaserWriterGS>},
 }};
 static_assert(fileTypes.size() == ZETLaserOptions::FileQuilmonPartData + 1);
 

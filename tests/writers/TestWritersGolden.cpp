@@ -31,6 +31,8 @@ void TestWritersGolden::jobsGiveTheExpectedFiles_data()
     addFormat(u"lap"_s, u"part.lpd"_s);
     addFormat(u"assembly-guidance"_s, u"part.PRT"_s);
     addFormat(u"sl"_s, u"part.sl"_s);
+    addFormat(u"general-scanning"_s, u"part.PRT"_s);
+    addFormat(u"quilmon"_s, u"part.CPD"_s);
     addFormat(u"apt"_s, u"part.APT"_s);
 }
 
