@@ -5,6 +5,7 @@
 #include "writers/ZETLaserWriterDXF.h"
 #include "writers/ZETLaserWriterGS.h"
 #include "writers/ZETLaserWriterLAP.h"
+#include "writers/ZETLaserWriterLPT.h"
 #include "writers/ZETLaserWriterSL.h"
 #include "writers/ZETLaserWriterVirtek.h"
 
@@ -30,8 +31,8 @@ QSharedPointer<ZETLaserWriter> Make(ZETLaserOptions* options, const QSharedPoint
 /*! By the values of EOutputFileType. */
 constexpr std::array<ZETLaserFileType, 13> fileTypes{{
     {"Virtek"_L1, ".ply"_L1, Make<ZETLaserWriterVirtek>},
-    {"LPT"_L1, ".XML"_L1, nullptr},
-    {"FARO"_L1, ".XML"_L1, nullptr},
+    {"LPT"_L1, ".XML"_L1, Make<ZETLaserWriterLPT>},
+    {"FARO"_L1, ".XML"_L1, Make<ZETLaserWriterLPT>},
     {"LAP Laser"_L1, ".lpd"_L1, Make<ZETLaserWriterLAP>},
     {"SL Laser"_L1, ".sl"_L1, Make<ZETLaserWriterSL>},
     {"Assembly Guidance"_L1, ".PRT"_L1, Make<ZETLaserWriterAG>},

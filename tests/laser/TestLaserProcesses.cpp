@@ -114,7 +114,7 @@ private slots:
     void aWrittenTypeIsWrittenAndTheSystemLocaleComesBack();
     void localeIsCWhileWriting();
     void exceptionOfAWriterLeavesTheCLocale();
-    void typesWithoutAWriterAreNotWritten();
+    void typesOutsideOfTheEnumerationAreNotWritten();
 
     void modelIsReadIntoTheTree();
     void readingAgainGivesOneTreeAndKeepsMaterials();
@@ -343,19 +343,12 @@ void TestLaserProcesses::exceptionOfAWriterLeavesTheCLocale()
     QCOMPARE(QLocale(), QLocale(QLocale::C));
 }
 
-void TestLaserProcesses::typesWithoutAWriterAreNotWritten()
+void TestLaserProcesses::typesOutsideOfTheEnumerationAreNotWritten()
 {
-    // A type leaves this list when its writer comes.
-    const QList<Options::EOutputFileType> types{Options::FileLPT,
-                                                Options::FileFARO,
-                                                Options::FileSL,
-                                                Options::FileAssemblyGuidance,
-                                                Options::FileAlignedVision,
-                                                Options::FileGeneralScanning,
-                                                Options::FileAPT,
-                                                Options::FileAPT_2,
-                                                Options::FileAPT_SL,
-                                                Options::FileQuilmonPartData};
+    for (int type = Options::FileVirtek; type <= Options::FileQuilmonPartData; ++type)
+        QVERIFY2(ZETLaserFileType::Of(Options::EOutputFileType(type)).makeWriter, qPrintable(QString::number(type)));
+    const QList<Options::EOutputFileType> types{Options::EOutputFileType(-1),
+                                                Options::EOutputFileType(Options::FileQuilmonPartData + 1)};
     for (const Options::EOutputFileType type : types) {
         Options options;
         options.SetFileType(type);

@@ -30,6 +30,7 @@ void TestWritersGolden::jobsGiveTheExpectedFiles_data()
     addFormat(u"virtek"_s, u"part.ply"_s);
     addFormat(u"lap"_s, u"part.lpd"_s);
     addFormat(u"assembly-guidance"_s, u"part.PRT"_s);
+    addFormat(u"lpt"_s, u"part.XML"_s);
     addFormat(u"sl"_s, u"part.sl"_s);
     addFormat(u"general-scanning"_s, u"part.PRT"_s);
     addFormat(u"quilmon"_s, u"part.CPD"_s);
