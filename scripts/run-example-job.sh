@@ -9,20 +9,32 @@ folder=build/job
 
 [ -x "$program" ] || { echo "run-example-job.sh: $program is missing; \`make job\` builds it" >&2; exit 1; }
 
-# Each make that has a writer: type, extension, and what else is said for it.
+# Each type: type, extension, and what else is said for it. APT has a stub alone, which says so.
 jobs=(
     "virtek ply"
+    "lpt XML"
+    "faro XML"
     "lap lpd"
-    "dxf dxf --output-type nesting --dxf-file-mode per-material"
+    "sl sl"
+    "assembly-guidance PRT"
+    "aligned-vision PRT"
+    "general-scanning PRT"
+    "apt APT"
+    "apt-2 APT"
+    "apt-sl APT"
+    "quilmon CPD --output-type nesting"
+    "dxf DXF"
+    "dxf DXF --output-type nesting --dxf-file-mode per-material"
 )
 
+mkdir -p "$folder"
 echo "The layup $layup becomes, in $folder:"
 for job in "${jobs[@]}"; do
     read -r type extension options <<<"$job"
     # The options are words without blanks, so they may be split.
     # shellcheck disable=SC2206
-    command=("$program" "$layup" --type "$type" --output "$folder/$type/blade.$extension" $options)
-    mkdir -p "$folder/$type" # of its own, because makes share names of files
+    use=${options:+-nesting}
+    command=("$program" "$layup" --type "$type" --output "$folder/blade-$type$use.$extension" $options)
     echo
     echo "\$ ${command[*]}"
     "${command[@]}"
