@@ -12,9 +12,9 @@ build_packages=(
     libocct-data-exchange-dev
     libjsoncpp-dev
     hershey-fonts-data
-    python3
+    python3 python3-ezdxf
 )
-bench_packages=(libbenchmark-dev libboost-dev)
+bench_packages=(libbenchmark-dev libboost-dev libdxflib-dev python3-ezdxf)
 lint_packages=(clang-format clang-tidy)
 
 say() { echo "install-dependencies: $*"; }

@@ -12,8 +12,9 @@
 
 namespace
 {
-/*! Collects group pairs and hands them to the stream in blocks, because one call for each line costs more than all the
- *  rest. A stream that has failed gets nothing more. */
+/*! Collects the group pairs of one operation and hands them to the stream in blocks, because one call for each line
+ *  costs more than all the rest. With its end all of them are on the device. A stream that has failed gets nothing
+ *  more. */
 class Groups
 {
 public:
@@ -22,7 +23,11 @@ public:
     {
         buffer.reserve(blockSize + pairRoom);
     }
-    ~Groups() { Flush(); }
+    ~Groups()
+    {
+        Flush();
+        stream.flush();
+    }
     Q_DISABLE_COPY_MOVE(Groups)
 
     void Write(int code, int value)
@@ -176,10 +181,7 @@ void ZETDxfParser::WriteText(const QString& text, double x, double y, double z, 
 
 void ZETDxfParser::WriteEndSection()
 {
-    {
-        Groups groups(*stream);
-        groups.Write(0, "ENDSEC");
-        groups.Write(0, "EOF");
-    }
-    stream->flush();
+    Groups groups(*stream);
+    groups.Write(0, "ENDSEC");
+    groups.Write(0, "EOF");
 }

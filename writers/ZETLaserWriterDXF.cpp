@@ -58,7 +58,7 @@ QString MakeSafe(const QString& name)
     return ZETSysFileUtilities::CreateSafeFilename(name, u'_', u"."_s);
 }
 
-/*! The material of \a ply: the first of its materials; null without any. */
+/*! The material of \a ply: the first of its materials, which may be null; null without any. */
 ZETMatMaterial* MaterialOf(const ZETCompPly& ply)
 {
     const auto materials = ply.GetMaterials();
@@ -133,8 +133,10 @@ void ZETLaserWriterDXF::WriteMaterialFiles()
 {
     AddMessage(tr("There are %1 materials").arg(materials->size()), ZETSysMessageQueue::TypeNote);
     // A material that no ply uses has a file, too.
-    for (auto* material : std::as_const(*materials))
-        WriteMaterialFile(material);
+    for (auto* material : std::as_const(*materials)) {
+        if (material)
+            WriteMaterialFile(material);
+    }
 }
 
 void ZETLaserWriterDXF::WriteMaterialFile(ZETMatMaterial* material)
@@ -167,7 +169,7 @@ void ZETLaserWriterDXF::WritePlyFile(ZETCompPlyBase* entry)
     if (!layup)
         throw ZETSysException(u"Sequence is not in a layup"_s);
     auto* ply = FindSelfOrAncestor<ZETCompPly>(*entry);
-    if (!ply || !MaterialOf(*ply))
+    if (!ply || ply->GetMaterials().isEmpty())
         return; // nothing to cut it from
 
     const ZETLaserParameterProvider provider(qobject_cast<ZETFeatContainer*>(layup->GetContainer()));
@@ -181,7 +183,8 @@ void ZETLaserWriterDXF::WritePlyFile(ZETCompPlyBase* entry)
     WriteLabel(root->GetName(), textPoint, 1);
     WriteLabel(shapeName, textPoint, 0);
     // The name is that of the ply's own material, whatever the shape is cut from.
-    WriteLabel(GetMaterialName(*MaterialOf(*ply)), textPoint, -1);
+    auto* material = MaterialOf(*ply);
+    WriteLabel(material ? GetMaterialName(*material) : tr("unknown material"), textPoint, -1);
     WriteTree(nullptr, entry);
     EndFile();
 }

@@ -6,6 +6,7 @@
 #include "features/ZETLaserTarget.h"
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
+#include "laser/ZETLaserDXFOutputSettings.h"
 #include "laser/ZETLaserEntityProperties.h"
 #include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
@@ -18,8 +19,10 @@
 #include "openhost/ZETMaterial/ZETOpenMaterial.h"
 #include "openhost/ZETTopology/ZETOpenBodyBuilder.h"
 #include "openhost/ZETWireframe/ZETOpenWireframe.h"
+#include "tests/support/ZETTestModel.h"
 #include "writers/ZETLaserWriter.h"
 
+#include <ZETComposites/ZETCompFlatPoint.h>
 #include <ZETComposites/ZETCompLayup.h>
 #include <ZETComposites/ZETCompPly.h>
 #include <ZETComposites/ZETCompRoot.h>
@@ -216,8 +219,49 @@ private:
             nullProjectors.append(options.GetProjectors().size() + nullProjectors.size());
         else if (Accept("usematerialid"_L1))
             options.SetUseMaterialID(TakeSwitch());
-        else
+        else if (!ParseDxfStatement())
             ParseGroup(job.tree, {});
+    }
+
+    bool ParseDxfStatement()
+    {
+        ZETLaserOptions& options = job.options;
+        if (Accept("filemode"_L1))
+            options.SetDXFFileMode(Accept("single"_L1)     ? ZETLaserOptions::DXFSingleFile
+                                   : Accept("material"_L1) ? ZETLaserOptions::DXFFilePerMaterial
+                                                           : (Expect("ply"_L1), ZETLaserOptions::DXFFilePerPly));
+        else if (Accept("shapename"_L1))
+            options.SetShapeName(Take("a text"));
+        else if (Accept("labelsize"_L1))
+            options.SetRosetteSizeQuilmon(ToNumber(Take("a number")));
+        else if (Accept("dxf"_L1))
+            ParseDxfSettings();
+        else if (Accept("material"_L1))
+            ParseJobMaterial();
+        else
+            return false;
+        return true;
+    }
+
+    void ParseDxfSettings()
+    {
+        const auto take = [&] { return int(ToNumber(Take("a number"))); };
+        ZETLaserDXFOutputSettings settings;
+        settings.SetTextLayer(take());
+        settings.SetTextColor(take());
+        settings.SetGeometryLayer(take());
+        settings.SetGeometryColor(take());
+        settings.SetGeometryLineStyle(take());
+        job.options.SetDXFOutputSettings(settings);
+    }
+
+    void ParseJobMaterial()
+    {
+        auto* material = new ZETMatMaterial(job.model);
+        ZETOpenModel::SetLabel(*material, Take("a name"));
+        ZETOpenMaterial::SetMaterialType(*material, Take("a type"));
+        ZETOpenMaterial::SetMaterialId(*material, Take("a number"));
+        job.materials.append(material);
     }
 
     void ParseAxis()
@@ -329,9 +373,40 @@ private:
                 ParseMaterial(*group);
             else if (Accept("direction"_L1))
                 ParseDirection(*group);
+            else if (Accept("of"_L1))
+                ParseMaterialOf(*group, places);
+            else if (Accept("seed"_L1))
+                ParseSeed(places);
             else
                 ParseGroup(group, places);
         }
+    }
+
+    void ParseMaterialOf(ZETLaserGroup& group, const Places& places)
+    {
+        const QString name = Take("a material");
+        for (auto* material : std::as_const(job.materials)) {
+            if (material->GetLabel() != name)
+                continue;
+            group.setProperty(ZETLaserEntityProperties::material, QVariant::fromValue(material));
+            if (auto* ply = qobject_cast<ZETCompPly*>(places.value("ZETCompPly")))
+                ZETOpenComposites::SetMaterials(*ply, ply->GetMaterials() << material);
+            return;
+        }
+        qFatal("job text: no such material: %s", qPrintable(name));
+    }
+
+    void ParseSeed(const Places& places)
+    {
+        auto* ply = places.value("ZETCompSubPly", places.value("ZETCompPly"));
+        auto* strategy = ZETTestModel::Add<ZETCompStrategy>(ply, "Strategy");
+        auto* pattern = ZETTestModel::Add<ZETCompFlatPattern>(strategy, "Pattern");
+        auto* image = ZETTestModel::Add<ZETCompFlatPoint>(pattern, "Seed");
+        const ZETMathPoint point = ToPoint(Take("a point"));
+        auto* seed = new PointFeature(job.model, point);
+        ZETOpenComposites::SetSeedPoint(*strategy, seed);
+        ZETOpenComposites::SetSource(*image, seed);
+        ZETOpenComposites::SetBody(*image, ZETOpenBodyBuilder::MakePoint(point));
     }
 
     bool IsPointNext() const { return !AtEnd() && !words[next].quoted && words[next].text.count(u',') >= 2; }
@@ -350,10 +425,12 @@ private:
     void ParseCurve(const QSharedPointer<ZETLaserContour>& contour)
     {
         auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
+        if (Accept("rosettecurve"_L1))
+            curve->setProperty(ZETLaserEntityProperties::sourceType, int(ZETLaserOptions::SourceRosette));
         curve->SetClosed(Accept("closed"_L1));
         if (!curve->IsClosed())
             Expect("open"_L1);
-        const bool another = IsNext("open"_L1) || IsNext("closed"_L1) || IsNext("}"_L1);
+        const bool another = IsNext("open"_L1) || IsNext("closed"_L1) || IsNext("rosettecurve"_L1) || IsNext("}"_L1);
         if (!another && !IsPointNext())
             curve->SetName(Take("a name"));
         while (IsPointNext())
@@ -431,7 +508,7 @@ TestJob::~TestJob() = default;
 bool TestJob::WriteFileType(const QString& fileName)
 {
     options.SetFileName(fileName);
-    return ZETLaserFileType::Of(options.GetFileType()).makeWriter(&options, tree, nullptr)->Write();
+    return ZETLaserFileType::Of(options.GetFileType()).makeWriter(&options, tree, &materials)->Write();
 }
 
 void TestJob::RemoveModel()

@@ -8,12 +8,14 @@
 #include <QString>
 
 #include <memory>
+#include <type_traits>
 
 class ZETCompRoot;
 class ZETFeatContainer;
 class ZETLaserGroup;
 class ZETLaserProjector;
 class ZETLaserTarget;
+class ZETMatMaterial;
 
 /*! A job as a text: options, targets and projectors, and the laser tree with the model objects that its groups stand
  * for.
@@ -33,17 +35,23 @@ class ZETLaserTarget;
  *      idleprojector NAME { ... }          in the model, but not selected
  *      nullprojector                       a null in the selection, at this place
  *      usematerialid on|off
+ *      filemode single|material|ply    shapename TEXT
+ *      dxf TEXTLAYER TEXTCOLOR GEOMETRYLAYER GEOMETRYCOLOR LINESTYLE
+ *      labelsize NUMBER                    twice the height of the labels of DXF
+ *      material NAME TYPE ID               of the job
  *      GROUP ...                           a child of the root
  *  A GROUP:
  *      layup|sequence|ply|subply NAME { ... }     stands for a model object of that name
  *      nullply|nullsubply NAME { ... }            has the property, with a null pointer in it
  *      group NAME { ... }                         stands for nothing
  *  and in its braces GROUPs, or
- *      contour [NAME] { open|closed [NAME] POINT ... }    any number of curves
+ *      contour [NAME] { [rosettecurve] open|closed [NAME] POINT ... }    any number of curves
  *      parameter information|message|graphic|query|literal|note|NUMBER TEXT
  *      text TEXT ORIGIN FIRST SECOND SIZE                 a 3D text by an axis system
  *      material TYPE ID                                   the material of the group
  *      direction DEGREES                                  that of the ply that the group stands for
+ *      of NAME                                            the material of the ply around, by its name in the job
+ *      seed POINT                                         the seed point in the flat pattern of the ply or sub-ply
  *  A POINT is x,y,z and a normal may follow, as x,y,z/i,j,k; @x,y,z behind it is the offset point. */
 class TestJob
 {
@@ -59,17 +67,21 @@ public:
     ZETCompRoot* GetModel() const { return model; }
     /*! In the order of the text. */
     const QList<ZETLaserTarget*>& GetTargets() const { return targets; }
+    QList<ZETMatMaterial*>& GetMaterials() { return materials; }
 
     /*! Takes the model root out of the options, as it is when nobody set it. */
     void RemoveModel();
 
-    /*! Writes the job into \a fileName with the writer \a Writer.
+    /*! Writes the job into \a fileName with the writer \a Writer, which may ask for the materials of the job.
      *  The result is that of Write(). */
     template <typename Writer>
     bool Write(const QString& fileName)
     {
         options.SetFileName(fileName);
-        return Writer(&options, tree).Write();
+        if constexpr (std::is_constructible_v<Writer, ZETLaserOptions*, decltype(tree), decltype(&materials)>)
+            return Writer(&options, tree, &materials).Write();
+        else
+            return Writer(&options, tree).Write();
     }
     /*! The same with the writer of the options' file type. */
     bool WriteFileType(const QString& fileName);
@@ -81,6 +93,7 @@ private:
     ZETCompRoot* model = nullptr;
     QSharedPointer<ZETLaserGroup> tree;
     QList<ZETLaserTarget*> targets;
+    QList<ZETMatMaterial*> materials;
     ZETLaserOptions options;
 };
 

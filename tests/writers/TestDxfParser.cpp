@@ -87,7 +87,7 @@ private slots:
     void endClosesEntitiesAndFile();
     void failedStreamGetsNothingMore();
     void streamThatFailsInBetweenTurnsSilent();
-    void streamIsFlushedAtTheEnd();
+    void eachOperationIsOnTheDeviceWhenItReturns();
     void longPolylineIsTheSameAsItsPairs();
 };
 
@@ -223,14 +223,20 @@ void TestDxfParser::streamThatFailsInBetweenTurnsSilent()
     QCOMPARE(device.taken, taken);
 }
 
-void TestDxfParser::streamIsFlushedAtTheEnd()
+void TestDxfParser::eachOperationIsOnTheDeviceWhenItReturns()
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);
     QTextStream stream(&buffer);
     ZETDxfParser parser(stream);
+    parser.WriteStartSection(4);
+    QVERIFY(buffer.data().endsWith(Pairs({"2 ENTITIES"})));
+    parser.WritePolyline(Points({{0.0, 0.0, 0.0}}), false, false, 0, 0, 0, 0, 0.0, 0.0, 0.0);
+    QVERIFY(buffer.data().endsWith(Pairs({"0 SEQEND"})));
+    parser.WriteText(u"x"_s, 0.0, 0.0, 0.0, 1.0, 0, 0);
+    QVERIFY(buffer.data().endsWith(Pairs({"1 x"})));
     parser.WriteEndSection();
-    QCOMPARE(buffer.data(), Pairs({"0 ENDSEC", "0 EOF"}));
+    QVERIFY(buffer.data().endsWith(Pairs({"0 ENDSEC", "0 EOF"})));
 }
 
 void TestDxfParser::longPolylineIsTheSameAsItsPairs()
