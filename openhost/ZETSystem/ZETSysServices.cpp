@@ -5,11 +5,12 @@
 
 namespace
 {
-/*! What one of the common file systems refuses in a file name. */
+/*! What one of the common file systems refuses in a file name, and control characters, which no reader of a name sees.
+ */
 bool IsRefused(QChar character)
 {
     constexpr QStringView refused = u"<>:\"/\\|?*";
-    return character.unicode() < 0x20 || character.unicode() == 0x7f || refused.contains(character);
+    return character.category() == QChar::Other_Control || refused.contains(character);
 }
 } // namespace
 

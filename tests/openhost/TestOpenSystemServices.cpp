@@ -36,6 +36,8 @@ void TestOpenSystemServices::safeFilenameReplacesWhatFileSystemsRefuse_data()
     QTest::newRow("control characters") << QStringLiteral("a\tb\nc\x7f"
                                                           "d")
                                         << QStringLiteral("") << QStringLiteral("a_b_c_d");
+    QTest::newRow("control characters beyond ASCII")
+        << QStringLiteral("a\u0080b\u0085c\u009fd") << QStringLiteral("") << QStringLiteral("a_b_c_d");
     QTest::newRow("null character") << QStringLiteral("a") + QChar(0) + u'b' << QStringLiteral("")
                                     << QStringLiteral("a_b");
     QTest::newRow("point stays") << QStringLiteral("P1.2") << QStringLiteral("") << QStringLiteral("P1.2");
