@@ -69,6 +69,7 @@ private:
     Q_DISABLE_COPY_MOVE(ZETLaserReaderComposites)
     friend class TestReaderBoundary; // the form of the offset boundary that nothing asks for yet
     friend class TestReaderRosette;  // the message about a sub-ply without a ply, which no walk comes to
+    friend class TestReaderSeed;     // a flat pattern without a strategy, and the surface of a finished ply: the same
 
     using ExtraGeometries = QList<ZETLaserExtraGeometry*>;
     using ExtraSlot = QPointer<ZETLaserExtraGeometry>;

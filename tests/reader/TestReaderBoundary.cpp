@@ -5,6 +5,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "openhost/ZETWireframe/ZETOpenWireframe.h"
 #include "reader/ZETLaserReaderComposites.h"
+#include "tests/reader/FakeCurve.h"
 #include "tests/reader/ReaderModel.h"
 
 #include <ZETComposites/ZETCompFlatContour.h>
@@ -32,73 +33,6 @@ namespace
 const QString onePly = u"layup L { sequence S { ply P } }"_s;
 const QString oneStrategy = u"layup L { sequence S { ply P { strategy One { pattern Flat } } } }"_s;
 const QList<ZETMathPoint> square{{0.0, 0.0, 0.0}, {10.0, 0.0, 0.0}, {10.0, 10.0, 0.0}, {0.0, 10.0, 0.0}};
-
-/*! The XY plane, with normals of a length that nobody wants. */
-class FakeSurface : public ZETGeoSurface
-{
-public:
-    FakeSurface()
-        : ZETGeoSurface(nullptr)
-    {
-    }
-    ZETMathVector GetNormal(const ZETGeoLocationOnSurface&) const override { return {0.0, 0.0, 4.0}; }
-    ZETGeoLocationOnSurface Project(const ZETMathPoint& point) const override
-    {
-        return {this, point.GetX(), point.GetY()};
-    }
-    ZETMathBoundingBox GetBoundingBox() const override { return {}; }
-
-private:
-    ZETMathPoint EvaluatePoint(double u, double v) const override { return {u, v, 0.0}; }
-};
-
-/*! A run of straight segments on the fake surface; it may do what a kernel refuses, such as standing still. */
-class FakeCurve : public ZETGeoCurveOnSurface
-{
-public:
-    FakeCurve(const ZETGeoSurface* support, const QList<ZETMathPoint>& through, bool isClosed)
-        : ZETGeoCurveOnSurface(nullptr)
-        , surface(support)
-        , points(through)
-        , closed(isClosed)
-    {
-    }
-
-    ZETGeoLocationOnCurve GetLocation(double distance, const ZETGeoLocationOnCurve* from) const override
-    {
-        const double start = from->GetParameter();
-        return {this, start + distance / GetSegmentLength(static_cast<int>(start))};
-    }
-    ZETMathVector GetTangent(const ZETGeoLocationOnCurve&) const override { return {1.0, 0.0, 0.0}; }
-    int GetNumPoints() const override { return static_cast<int>(points.size()); }
-    ZETMathPoint GetPoint(int index) const override { return points.at(index); }
-    int GetNumSegments() const override { return GetNumPoints() - (closed ? 0 : 1); }
-    bool IsClosed() const override { return closed; }
-    double GetLength() const override { return 0.0; }
-    ZETGeoLocationOnCurve GetLocation(int index) const override { return {this, static_cast<double>(index)}; }
-    double GetSegmentLength(int index) const override
-    {
-        return points.at(index).GetDistanceTo(points.at((index + 1) % points.size()));
-    }
-    const ZETGeoSurface* GetSurface() const override { return surface; }
-    ZETGeoLocationOnSurface GetLocationOnSurface(const ZETGeoLocationOnCurve& location) const override
-    {
-        const ZETMathPoint point = EvaluatePoint(location.GetParameter());
-        return {surface, point.GetX(), point.GetY()};
-    }
-
-private:
-    ZETMathPoint EvaluatePoint(double parameter) const override
-    {
-        const int index = static_cast<int>(parameter);
-        const ZETMathPoint& start = points.at(index % points.size());
-        return start + (parameter - index) * (points.at((index + 1) % points.size()) - start);
-    }
-
-    const ZETGeoSurface* surface;
-    QList<ZETMathPoint> points;
-    bool closed;
-};
 
 /*! Reads \a points as a boundary on the fake surface. */
 QString ReadFake(const QList<ZETMathPoint>& points, bool closed, bool useMaxLength, double maxLength)
@@ -216,7 +150,10 @@ private slots:
     void pointsAreLiftedByThePliesBeneath_data();
     void pointsAreLiftedByThePliesBeneath();
     void aSubPlyIsLiftedByWhatLiesBeneathItsPly();
+    void placesOutsideByTheBoundaryToleranceAreLifted_data();
+    void placesOutsideByTheBoundaryToleranceAreLifted();
     void withoutThicknessAnOffsetBoundaryIsTheBoundary();
+    void eachLayupHasADirectionOfItsOwn();
 
     // the order of a ply's parts, and what of it is read
     void partsInSpaceComeInTheOrderThatTheOptionsAskFor_data();
@@ -245,8 +182,11 @@ private slots:
     void withoutAPlaneAndASeedFlatPointsStayAsTheyAre();
     void flatPointsAreLaidOnTheFlatteningPlane();
     void theSeedComesToLieOnTheOriginOfThePlane();
+    void flatPointsKeepTheirHeightAboveThePlane_data();
+    void flatPointsKeepTheirHeightAboveThePlane();
     void flatteningByDirectionTurnsAgainstThePlyDirection_data();
     void flatteningByDirectionTurnsAgainstThePlyDirection();
+    void otherFlatteningModesDoNotTurn();
     void withoutASeedFlatteningByDirectionDoesNotTurn();
     void anUnknownOutputTypeKeepsTheFrameOfTheModel();
     void aPlyOfASubPlyIsTurnedByTheDirectionOfItsPly();
@@ -518,6 +458,48 @@ void TestReaderBoundary::aSubPlyIsLiftedByWhatLiesBeneathItsPly()
     QVERIFY(model.Read());
     QCOMPARE(PointsText(*model.Curve(u"P1"_s, 0)), u"10,0,0.5/0,0,1 10,10,0.5/0,0,1 0,10,0.5/0,0,1 0,0,0.5/0,0,1"_s);
     QCOMPARE(model.Curve(u"P1"_s, 0)->GetName(), u"P1 boundary 1"_s);
+}
+
+void TestReaderBoundary::placesOutsideByTheBoundaryToleranceAreLifted_data()
+{
+    QTest::addColumn<double>("tolerance");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("wider than the gap") << 0.3 << u"10.2,0,0.5/0,0,1 10.2,10,0.5/0,0,1 0,10,0.5/0,0,1 0,0,0.5/0,0,1"_s;
+    QTest::newRow("narrower than the gap") << 0.1 << u"10.2,0,0/0,0,1 10.2,10,0/0,0,1 0,10,0.5/0,0,1 0,0,0.5/0,0,1"_s;
+}
+
+void TestReaderBoundary::placesOutsideByTheBoundaryToleranceAreLifted()
+{
+    // The ply beneath ends at x = 10, and this one 0.2 beyond.
+    QFETCH(double, tolerance);
+    QFETCH(QString, expected);
+    ReaderModel model(u"layup L { sequence S { ply A ply P } }"_s);
+    model.SetTool(MakeFlatTool());
+    model.SetBoundary(u"A"_s, square, true);
+    model.SetBoundary(u"P"_s, {{0.0, 0.0, 0.0}, {10.2, 0.0, 0.0}, {10.2, 10.0, 0.0}, {0.0, 10.0, 0.0}}, true);
+    SetMaterials(*model.Ply(u"A"_s), {model.AddMaterial(u"M"_s, 0.5)});
+    model.options.SetOffsetMode(ZETLaserOptions::OffsetComplete);
+    model.options.SetUsePointOffset(true);
+    model.options.SetBoundaryTolerance(tolerance);
+    QVERIFY(model.Read());
+    QCOMPARE(PointsText(*model.Curve(u"P"_s, 0)), expected);
+}
+
+void TestReaderBoundary::eachLayupHasADirectionOfItsOwn()
+{
+    ReaderModel model(u"layup L1 { sequence S1 { ply P1 } } layup L2 { sequence S2 { ply P2 } }"
+                      " layup L3 { sequence S3 { ply P3 } } layup L4 { sequence S4 { ply P4 } }"_s);
+    model.SetTool(MakeFlatTool());
+    SetLayupDirection(*model.Layup(u"L1"_s), false);
+    SetLayupDirection(*model.Layup(u"L3"_s), false); // is skipped, and so has no say in what comes behind it
+    for (const QString& ply : {u"P1"_s, u"P2"_s, u"P3"_s, u"P4"_s})
+        model.SetBoundary(ply, square, true);
+    model.Select({u"P1"_s, u"P2"_s, u"P4"_s});
+    QVERIFY(model.Read());
+    const auto normal = [&](const QString& ply) { return model.Curve(ply, 0)->GetPoints().first().GetNormal(); };
+    QCOMPARE(normal(u"P1"_s), ZETMathVector(0.0, 0.0, -1.0));
+    QCOMPARE(normal(u"P2"_s), ZETMathVector(0.0, 0.0, 1.0));
+    QCOMPARE(normal(u"P4"_s), ZETMathVector(0.0, 0.0, 1.0));
 }
 
 void TestReaderBoundary::withoutThicknessAnOffsetBoundaryIsTheBoundary()
@@ -806,6 +788,30 @@ void TestReaderBoundary::theSeedComesToLieOnTheOriginOfThePlane()
     QCOMPARE(model.ReadPoints(), u"100,198,299 100,202,299 100,202,302"_s);
 }
 
+void TestReaderBoundary::flatPointsKeepTheirHeightAboveThePlane_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("expected");
+    // Of the plane, first is Y, second is Z and the normal X. The seed at (2, 1, 0) comes to lie on its origin.
+    QTest::newRow("unturned") << int(ZETCompLayup::FlatteningUnturned) << u"105,198,299 105,202,299"_s;
+    QTest::newRow("turned") << int(ZETCompLayup::FlatteningByDirection) << u"105,201,298 105,201,302"_s;
+}
+
+void TestReaderBoundary::flatPointsKeepTheirHeightAboveThePlane()
+{
+    QFETCH(int, mode);
+    QFETCH(QString, expected);
+    FlatModel model;
+    model.AddSeed();
+    model.AddPlane();
+    SetBody(*model.Get<ZETCompFlatContour>(u"Outline"_s),
+            ZETOpenBodyBuilder::MakePolyline({{0.0, 0.0, 5.0}, {4.0, 0.0, 5.0}}, false));
+    SetFlatteningMode(*model.Layup(u"L"_s), static_cast<ZETCompLayup::FlatteningMode>(mode));
+    SetDirection(*model.Ply(u"P"_s), M_PI_2);
+    const OutputCapture capture;
+    QCOMPARE(model.ReadPoints(), expected);
+}
+
 void TestReaderBoundary::flatteningByDirectionTurnsAgainstThePlyDirection_data()
 {
     QTest::addColumn<int>("type");
@@ -843,6 +849,19 @@ void TestReaderBoundary::flatteningByDirectionTurnsAgainstThePlyDirection()
     const OutputCapture capture;
     QCOMPARE(model.ReadPoints(), points);
     QCOMPARE(capture.GetText(), output);
+}
+
+void TestReaderBoundary::otherFlatteningModesDoNotTurn()
+{
+    FlatModel model;
+    model.AddSeed();
+    SetDirection(*model.Ply(u"P"_s), M_PI_2);
+    for (const int mode : {0, 2, -1}) {
+        SetFlatteningMode(*model.Layup(u"L"_s), static_cast<ZETCompLayup::FlatteningMode>(mode));
+        const OutputCapture capture;
+        QCOMPARE(model.ReadPoints(), u"-2,-1,0 2,-1,0 2,2,0"_s);
+        QCOMPARE(capture.GetText(), QString());
+    }
 }
 
 void TestReaderBoundary::withoutASeedFlatteningByDirectionDoesNotTurn()

@@ -5,7 +5,10 @@
 #include "openhost/ZETGeometry/ZETOpenComboCurve.h"
 #include "openhost/ZETGeometry/ZETOpenComboPoint.h"
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
+#include "openhost/ZETSystem/ZETOpenMessageQueue.h"
+#include "openhost/ZETWireframe/ZETOpenWireframe.h"
 #include "reader/ZETLaserReaderComposites.h"
+#include "tests/reader/FakeCurve.h"
 #include "tests/reader/ReaderModel.h"
 
 #include <ZETComposites/ZETCompFlatCurve.h>
@@ -13,8 +16,10 @@
 #include <ZETComposites/ZETCompSurfaceUpdate.h>
 #include <ZETFeature/ZETFeatFolder.h>
 #include <ZETMathematics/ZETMathAxis.h>
+#include <ZETMathematics/ZETMathPlane.h>
 #include <ZETSystem/ZETSysException.h>
 #include <ZETTopology/ZETTopBody.h>
+#include <ZETWireframe/ZETWFPlane.h>
 
 #include <QPointer>
 #include <QTranslator>
@@ -165,11 +170,13 @@ private slots:
     void structuralFaultsAreNotLookedForWithTheCompleteOffset_data();
     void structuralFaultsAreNotLookedForWithTheCompleteOffset();
     void aMissingSeedPointEndsTheReadThoughItIsNotUsed();
+    void theSurfaceUpdateCountsWithTheCompleteOffsetOnly();
 
     void theFlatSeedCurveIsTheImageOfItsSource();
     void theLastFlatImageOfASeedCurveCounts();
     void aMissingFlatSeedCurveIsTold();
     void aStrategyWithoutSeedCurveMatchesAnImageWithoutSource();
+    void theFlatSeedCurveIsCarriedToTheFlatteningPlane();
     void withoutAStrategyThereIsNoFlatSeedCurveAndNoMessage();
 
     void textsAreTranslatedInTheContextOfTheReader();
@@ -325,6 +332,11 @@ void TestReaderSeed::aMissingSeedCurveIsTold_data()
     QTest::newRow("no seed curve") << Fault([](SeedModel& model) { SetSeedCurve(*model.One(), nullptr); });
     QTest::newRow("no final seed curve") << Fault(
         [](SeedModel& model) { model.options.SetOffsetMode(ZETLaserOptions::OffsetComplete); });
+    QTest::newRow("a seed curve on no surface") << Fault([](SeedModel& model) {
+        model.options.SetOffsetMode(ZETLaserOptions::OffsetComplete);
+        const ZETOpenRef<FakeCurve> loose(new FakeCurve(nullptr, {{1.0, 0.0, 0.0}, {4.0, 0.0, 0.0}}, false));
+        SetFinalSeedCurve(*model.One(), loose.Get());
+    });
 }
 
 void TestReaderSeed::aMissingSeedCurveIsTold()
@@ -445,6 +457,24 @@ void TestReaderSeed::aMissingSeedPointEndsTheReadThoughItIsNotUsed()
     QVERIFY_EXCEPTION_THROWN(model.Read(), ZETSysException);
 }
 
+void TestReaderSeed::theSurfaceUpdateCountsWithTheCompleteOffsetOnly()
+{
+    SeedModel model;
+    QVERIFY(model.Read());
+    const auto raised = MakeFlatTool();
+    auto* const update = ReaderModel::Add<ZETCompSurfaceUpdate>(model.Ply(u"P"_s), u"Raised"_s);
+    SetBody(*update, ZETOpenBodyBuilder::MakeFace(raised));
+    const auto surfaceWith = [&](ZETLaserOptions::EOffsetMode mode) {
+        model.options.SetOffsetMode(mode);
+        return model.reader->GetStrategySurface(model.One());
+    };
+    const ZETGeoSurface* const workpiece = model.tool.Get();
+    QCOMPARE(surfaceWith(ZETLaserOptions::OffsetComplete), workpiece); // there is no update of the surface yet
+    SetSurfaceUpdateFeature(*model.Ply(u"P"_s), update);
+    QCOMPARE(surfaceWith(ZETLaserOptions::OffsetComplete), static_cast<const ZETGeoSurface*>(raised.Get()));
+    QCOMPARE(surfaceWith(ZETLaserOptions::OffsetLayup), workpiece);
+}
+
 // ---- In the flat ----
 
 void TestReaderSeed::theFlatSeedCurveIsTheImageOfItsSource()
@@ -499,11 +529,38 @@ void TestReaderSeed::aStrategyWithoutSeedCurveMatchesAnImageWithoutSource()
     QCOMPARE(model.Messages(), QString());
 }
 
+void TestReaderSeed::theFlatSeedCurveIsCarriedToTheFlatteningPlane()
+{
+    SeedModel model;
+    model.SetSeedCurveBody(nullptr);
+    model.SetSeedPointBody(nullptr);
+    model.AddFlatCurve({{30.0, 0.0, 0.0}, {33.0, 4.0, 0.0}}, model.One()->GetSeedCurve());
+    model.AddFlatPoint(30.0, model.One()->GetSeedPoint());
+    auto* const table = ReaderModel::Add<ZETWFPlane>(model.root, u"Table"_s);
+    ZETMathPlane plane;
+    plane.SetOrigin(ZETMathPoint(100.0, 200.0, 300.0));
+    plane.SetDirections(ZETMathVector(0.0, 1.0, 0.0), ZETMathVector(0.0, 0.0, 1.0));
+    ZETOpenWireframe::SetPlane(*table, plane);
+    SetFlatteningPlane(*model.Layup(u"L"_s), table);
+    model.options.SetOutputType(ZETLaserOptions::OutputFlat);
+    model.Select({u"P"_s});
+    QVERIFY(model.Read());
+    QCOMPARE(PointsText(*model.Curve(u"P"_s, u"P-Seedcurve"_s)), u"100,200,300 100,203,304"_s);
+}
+
 void TestReaderSeed::withoutAStrategyThereIsNoFlatSeedCurveAndNoMessage()
 {
-    // A ply without a strategy has no flat pattern, and says so before anything else.
     SeedModel model;
+    auto* const pattern = model.Get<ZETCompFlatPattern>(u"Flat"_s);
+    model.AddFlatCurve({{0.0, 2.0, 0.0}, {3.0, 2.0, 0.0}}, nullptr);
+    QVERIFY(model.Read());
+    ZETOpenMessageQueue::Clear();
     SetIncluded(*model.configuration, *model.Ply(u"P"_s), nullptr);
+    const auto contour = QSharedPointer<ZETLaserContour>::create(nullptr);
+    model.reader->ReadFlatSeedCurve(contour, model.Ply(u"P"_s), pattern, ZETMathAxis());
+    QCOMPARE(contour->GetCurves().size(), 0);
+    QCOMPARE(model.Messages(), QString());
+    // On the way through the model such a ply has no flat pattern, and says so before anything else.
     model.options.SetOutputType(ZETLaserOptions::OutputFlat);
     model.Select({u"P"_s});
     QVERIFY(model.Read());
