@@ -36,8 +36,9 @@ function(zet_register_test name)
     set(folder "${PROJECT_BINARY_DIR}/tests/run/${name}")
     add_test(NAME ${name}
         COMMAND ${CMAKE_COMMAND} -DFOLDER=${folder} -P ${PROJECT_SOURCE_DIR}/cmake/ZETRunTest.cmake -- ${arg_COMMAND})
+    # A stack dump forks, and a crash within the allocator then waits for its own lock until the time is up.
     set_tests_properties(${name} PROPERTIES
         LABELS ${arg_LABEL}
         TIMEOUT 120
-        ENVIRONMENT "QT_QPA_PLATFORM=offscreen")
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QTEST_DISABLE_STACK_DUMP=1")
 endfunction()
