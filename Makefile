@@ -17,7 +17,7 @@ help: ## Say what can be made
 	@sed -nE 's/^([a-z-]+):.*## (.*)/  make \1\t\2/p' $(firstword $(MAKEFILE_LIST)) | expand -t 32
 	@echo 'WARNINGS_AS_ERRORS=OFF builds with a compiler that warns where ours does not.'
 
-job: ## Build zetlaser-job and write the part files of the example part
+job: ## Build zetlaser-job, write the part files and a preview of the example part
 	scripts/install-dependencies.sh build
 	$(call configure,release)
 	cmake --build --preset release --target zetlaser-job
@@ -52,4 +52,4 @@ lint: ## Check the layout, then look through all sources with clang-tidy
 	scripts/list-sources.sh '*.cpp' | xargs -P "$$(nproc)" -n 4 clang-tidy -p build/release --quiet
 
 install-dependencies: ## Install all that any target needs
-	scripts/install-dependencies.sh build bench lint
+	scripts/install-dependencies.sh build bench lint browser

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# install-dependencies.sh [build|bench|lint]...
+# install-dependencies.sh [build|bench|lint|browser]...
 #
-# Installs the Debian packages that building and testing (build, the default), the benchmarks (bench) or the source
-# checks (lint) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
+# Installs the Debian packages that building and testing (build, the default), the benchmarks (bench), the source checks
+# (lint) or the test of the preview's page (browser, 110 MB to load) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
 set -euo pipefail
 
 # Why each is needed stands in docs/architecture.md.
@@ -12,10 +12,12 @@ build_packages=(
     libocct-data-exchange-dev
     libjsoncpp-dev
     hershey-fonts-data
+    libjs-three
     python3 python3-ezdxf
 )
 bench_packages=(libbenchmark-dev libboost-dev libdxflib-dev python3-ezdxf)
 lint_packages=(clang-format clang-tidy)
+browser_packages=(chromium)
 
 say() { echo "install-dependencies: $*"; }
 fail() { say "$*" >&2; exit 1; }
@@ -26,7 +28,8 @@ for group in "${@:-build}"; do
         build) wanted+=("${build_packages[@]}") ;;
         bench) wanted+=("${bench_packages[@]}") ;;
         lint) wanted+=("${lint_packages[@]}") ;;
-        *) fail "unknown group \"$group\", expected build, bench or lint" ;;
+        browser) wanted+=("${browser_packages[@]}") ;;
+        *) fail "unknown group \"$group\", expected build, bench, lint or browser" ;;
     esac
 done
 

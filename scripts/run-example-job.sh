@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Writes the part files of the example part with the built zetlaser-job.
+# Writes the part files of the example part, and a preview of them, with the built zetlaser-job.
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -39,3 +39,11 @@ for job in "${jobs[@]}"; do
     echo "\$ ${command[*]}"
     "${command[@]}"
 done
+
+formats=html,png,svg
+[ -d /usr/share/javascript/three ] || formats=png,svg # the page is made with Debian's libjs-three
+command=("$program" preview "$layup" --output "$folder/preview/blade" --formats "$formats")
+mkdir -p "$folder/preview"
+echo
+echo "\$ ${command[*]}"
+"${command[@]}"

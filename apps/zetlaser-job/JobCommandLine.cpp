@@ -202,6 +202,7 @@ QString GetHelpText()
 {
     QString text =
         Translate("Usage: zetlaser-job LAYUP --type TYPE --output FILE [options]\n"
+                  "       zetlaser-job preview LAYUP --output BASE [options]   (preview --help tells more)\n"
                   "\n"
                   "Reads a layup file and writes its plies as a part file for a laser projector, with the files\n"
                   "that belong to it and a report. Files are written beside their place and moved over when all\n"

@@ -4,17 +4,16 @@
 #include "JobError.h"
 #include "JobSelection.h"
 #include "JobStaging.h"
+#include "JobSteps.h"
 
 #include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserProcesses.h"
-#include "openhost/layup/ZETOpenLayupFile.h"
 #include "openhost/ZETMaterial/ZETOpenMaterial.h"
 
 #include <ZETComposites/ZETCompPlyBase.h>
 #include <ZETComposites/ZETCompRoot.h>
 #include <ZETComposites/ZETCompRosette.h>
 #include <ZETFeature/ZETFeatContainer.h>
-#include <ZETMathematics/ZETMathZeroMagnitudeVectorException.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -62,10 +61,10 @@ public:
     void Run()
     {
         PrepareOutput();
-        LoadModel();
+        model = JobSteps::LoadModel(layupFile);
         FillOptions(options, *model.root, settings);
         WarnOfLetters();
-        ReadAndThin();
+        JobSteps::ReadAndThin(options);
         if (options.CreateLaserData())
             WriteFiles();
         JobConsole::TellRepeatedMessages();
@@ -94,18 +93,6 @@ private:
             toolPlace = std::make_unique<JobStaging>(settings.GetText(u"targetFilePath"_s));
     }
 
-    void LoadModel()
-    {
-        JobConsole::ShowProgress(Translate("reading %1").arg(layupFile));
-        try {
-            model = ZETOpenLayupFile::Load(layupFile);
-        } catch (const ZETSysException& error) {
-            throw JobError(JobExit::WrongInput, error.GetMessage());
-        }
-        for (const ZETOpenJsonError& warning : model.warnings)
-            JobConsole::WriteMessage(Translate("warning"), warning.GetMessage());
-    }
-
     /*! DXF is written as UTF-8 and names no code page, so readers of its old form show other letters. */
     void WarnOfLetters() const
     {
@@ -121,22 +108,6 @@ private:
         }
     }
 
-    void ReadAndThin()
-    {
-        if (options.GetPlies().isEmpty())
-            throw JobError(JobExit::NothingToDo,
-                           options.GetOutputType() == ZETLaserOptions::Output3D
-                               ? Translate("nothing to write: no ply is selected")
-                               : Translate("nothing to write: no ply with a flat pattern is selected"));
-        JobConsole::ShowProgress(Translate("reading %1 plies").arg(options.GetPlies().size()));
-        RunStep([&] {
-            if (!options.GetLaserProcesses()->ReadLaserData())
-                throw JobError(JobExit::NothingToDo, Translate("nothing to write: the selected plies gave no data"));
-        });
-        JobConsole::ShowProgress(Translate("thinning points"));
-        RunStep([&] { options.GetLaserProcesses()->ProcessLaserData(); });
-    }
-
     void WriteFiles()
     {
         JobConsole::ShowProgress(Translate("writing %1").arg(outputName));
@@ -148,7 +119,7 @@ private:
         bool isWritten = false;
         {
             const FolderGuard folder(partPlace->GetPath());
-            RunStep([&] { isWritten = options.GetLaserProcesses()->WriteLaserData(); });
+            JobSteps::Run([&] { isWritten = options.GetLaserProcesses()->WriteLaserData(); });
         }
         if (!isWritten)
             throw JobError(JobExit::Failed, Translate("the type %1 can't be written").arg(GetTypeName()));
@@ -213,19 +184,6 @@ private:
                                          : Translate("%1 m").arg(side / metre, 0, 'f', 1));
         }
         return words.join(u" x "_s);
-    }
-
-    /*! Calls a step of the library; what it throws ends the job. */
-    template <typename Step>
-    static void RunStep(Step step)
-    {
-        try {
-            step();
-        } catch (const ZETSysException& error) {
-            throw JobError(JobExit::Failed, Translate("the job failed: %1").arg(error.GetMessage()));
-        } catch (const ZETMathZeroMagnitudeVectorException&) {
-            throw JobError(JobExit::Failed, Translate("the job failed: a direction has no length"));
-        }
     }
 
     QString layupFile;

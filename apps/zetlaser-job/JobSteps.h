@@ -1,0 +1,37 @@
+#pragma once
+
+#include "JobError.h"
+
+#include "openhost/layup/ZETOpenLayupFile.h"
+
+#include <ZETMathematics/ZETMathZeroMagnitudeVectorException.h>
+#include <ZETSystem/ZETSysException.h>
+
+#include <QCoreApplication>
+#include <QString>
+
+class ZETLaserOptions;
+
+/*! The steps that each kind of job begins with. Each throws JobError. */
+namespace JobSteps
+{
+/*! Calls a step of the library; what it throws ends the job. */
+template <typename Step>
+void Run(Step step)
+{
+    try {
+        step();
+    } catch (const ZETSysException& error) {
+        throw JobError(JobExit::Failed,
+                       QCoreApplication::translate("zetlaser-job", "the job failed: %1").arg(error.GetMessage()));
+    } catch (const ZETMathZeroMagnitudeVectorException&) {
+        throw JobError(JobExit::Failed,
+                       QCoreApplication::translate("zetlaser-job", "the job failed: a direction has no length"));
+    }
+}
+
+/*! Reads the layup file and tells its warnings. */
+ZETOpenLayupModel LoadModel(const QString& layupFile);
+/*! Reads the selected plies into the job's tree and thins their points. */
+void ReadAndThin(ZETLaserOptions& options);
+} // namespace JobSteps
