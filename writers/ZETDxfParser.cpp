@@ -5,29 +5,34 @@
 #include <ZETMathematics/ZETMathSetOfPoints.h>
 
 #include <QByteArray>
+#include <QFileDevice>
 #include <QString>
+#include <QStringConverter>
 #include <QTextStream>
 
+#include <algorithm>
 #include <charconv>
+#include <cstring>
+#include <optional>
+#include <utility>
 
 namespace
 {
-/*! Collects the group pairs of one operation and hands them to the stream in blocks, because one call for each line
- *  costs more than all the rest. With its end all of them are on the device. A stream that has failed gets nothing
- *  more. */
+/*! Collects the group pairs of one operation and hands them over in blocks, because one call for each line costs more
+ *  than all the rest. A stream that has failed gets nothing more.
+ *
+ *  The bytes are those of the stream, but where it would only turn them into UTF-16 and back they go to its device. */
 class Groups
 {
+    static constexpr QByteArrayView firstCode = "  10\n";
+
 public:
     explicit Groups(QTextStream& out)
         : stream(out)
     {
-        buffer.reserve(blockSize + pairRoom);
+        stream.flush(); // what the caller wrote comes first
     }
-    ~Groups()
-    {
-        Flush();
-        stream.flush();
-    }
+    ~Groups() { HandOver(); }
     Q_DISABLE_COPY_MOVE(Groups)
 
     void Write(int code, int value)
@@ -39,13 +44,13 @@ public:
     void Write(int code, double value)
     {
         WriteCode(code);
-        ZETLaserNumberText::Append(buffer, value, 6);
+        AppendNumber(value);
         EndLine();
     }
     void Write(int code, const char* value)
     {
         WriteCode(code);
-        buffer.append(value);
+        Append(value, qsizetype(std::strlen(value)));
         EndLine();
     }
     void WriteXYZ(double x, double y, double z)
@@ -54,39 +59,139 @@ public:
         Write(20, y);
         Write(30, z);
     }
+    /*! The pairs of a vertex that come ahead of its numbers, the same for all of a polyline. */
+    class VertexBegin
+    {
+    public:
+        VertexBegin(int layer, int color)
+        {
+            Append("  0\nVERTEX\n  8\n");
+            Append(layer);
+            Append("\n  62\n");
+            Append(color);
+            Append("\n");
+            Append(firstCode);
+        }
+
+        static constexpr qsizetype room = 64; // with the longest numbers 49 are used
+        char bytes[room] = {};
+        qsizetype size = 0;
+
+    private:
+        void Append(QByteArrayView text)
+        {
+            std::memcpy(bytes + size, text.data(), size_t(text.size()));
+            size += text.size();
+        }
+        void Append(int value) { size = std::to_chars(bytes + size, bytes + room, value).ptr - bytes; }
+    };
+    /*! A vertex. This is where the time of a file goes: pieces are copied by sizes that the compiler knows, and what is
+     *  too much is written over by what comes next. */
+    void WriteVertex(const VertexBegin& begin, double x, double y, double z)
+    {
+        constexpr qsizetype separatorRoom = 8;
+        constexpr qsizetype vertexRoom = VertexBegin::room + 3 * (ZETLaserNumberText::room + separatorRoom);
+        char* const start = MakeRoom(vertexRoom);
+        std::memcpy(start, begin.bytes, VertexBegin::room);
+        char* const endX = ZETLaserNumberText::TryWrite(start + begin.size, x, decimals);
+        char* const endY = endX ? ZETLaserNumberText::TryWrite(AddSeparator(endX, "\n  20\n\0"), y, decimals) : nullptr;
+        char* const endZ = endY ? ZETLaserNumberText::TryWrite(AddSeparator(endY, "\n  30\n\0"), z, decimals) : nullptr;
+        if (endZ) {
+            *endZ = '\n';
+            used += endZ + 1 - start;
+            return;
+        }
+        Append(begin.bytes, begin.size - firstCode.size());
+        WriteXYZ(x, y, z);
+    }
+    /*! Hands over what is left, and lets the device do so as well. */
+    void Finish()
+    {
+        HandOver();
+        auto* file = qobject_cast<QFileDevice*>(stream.device());
+        if (file && stream.status() == QTextStream::Ok && !file->flush())
+            stream.setStatus(QTextStream::WriteFailed);
+    }
 
 private:
-    static constexpr qsizetype blockSize = 16 * 1024;
-    static constexpr qsizetype pairRoom = 1024;
+    static constexpr qsizetype blockSize = 64 * 1024;
+    static constexpr int decimals = 6;
 
+    /*! Writes a line end and a code line of two digits at \a at; returns where the value goes. */
+    static char* AddSeparator(char* at, const char (&separator)[8])
+    {
+        std::memcpy(at, separator, sizeof separator);
+        return at + std::strlen(separator);
+    }
     void WriteCode(int code)
     {
-        buffer.append("  ");
+        Append("  ", 2);
         AppendInteger(code);
-        buffer.append('\n');
+        EndLine();
     }
     void AppendInteger(int value)
     {
-        char digits[16];
-        const auto end = std::to_chars(digits, digits + sizeof digits, value).ptr;
-        buffer.append(digits, end - digits);
+        constexpr qsizetype integerRoom = 11;
+        char* const at = MakeRoom(integerRoom);
+        used += std::to_chars(at, at + integerRoom, value).ptr - at;
+    }
+    void AppendNumber(double value)
+    {
+        char* const at = MakeRoom(ZETLaserNumberText::room);
+        if (const char* const end = ZETLaserNumberText::TryWrite(at, value, decimals)) {
+            used += end - at;
+            return;
+        }
+        QByteArray text;
+        ZETLaserNumberText::Append(text, value, decimals);
+        Append(text.constData(), text.size());
     }
     void EndLine()
     {
-        buffer.append('\n');
-        if (buffer.size() >= blockSize)
-            Flush();
+        *MakeRoom(1) = '\n';
+        ++used;
     }
-    void Flush()
+    void Append(const char* bytes, qsizetype count)
     {
-        if (stream.status() == QTextStream::Ok)
-            stream << buffer.constData();
-        buffer.resize(0); // keeps the memory
+        while (count > 0) {
+            const qsizetype size = std::min(count, blockSize);
+            std::memcpy(MakeRoom(size), bytes, size_t(size));
+            used += size;
+            bytes += size;
+            count -= size;
+        }
+    }
+    char* MakeRoom(qsizetype count)
+    {
+        if (blockSize - used < count)
+            HandOver();
+        return buffer + used;
+    }
+    void HandOver()
+    {
+        const qsizetype size = std::exchange(used, 0);
+        if (stream.status() != QTextStream::Ok || size == 0)
+            return;
+        auto* device = stream.device();
+        if (!device || stream.encoding() != QStringConverter::Utf8 || stream.generateByteOrderMark())
+            stream << Decode(QByteArrayView(buffer, size));
+        else if (device->write(buffer, size) != size)
+            stream.setStatus(QTextStream::WriteFailed);
+    }
+
+    QString Decode(QByteArrayView bytes)
+    {
+        if (!decoder)
+            decoder.emplace(QStringDecoder::Utf8);
+        return decoder->decode(bytes);
     }
 
     QTextStream& stream;
-    QByteArray buffer;
+    std::optional<QStringDecoder> decoder; // kept from block to block, because one may end within a letter
+    qsizetype used = 0;
+    char buffer[blockSize];
 };
+
 } // namespace
 
 ZETDxfParser::ZETDxfParser(QTextStream& out)
@@ -159,12 +264,9 @@ void ZETDxfParser::WritePolyline(const ZETMathSetOfPoints& points, bool is3D, bo
     groups.WriteXYZ(0.0, 0.0, offsetZ);
     groups.Write(66, 1);
     groups.Write(70, (is3D ? flag3D : 0) + (closed ? flagClosed : 0));
-    for (const ZETMathPoint& point : points.points) {
-        groups.Write(0, "VERTEX");
-        groups.Write(8, layer);
-        groups.Write(62, color);
-        groups.WriteXYZ(point.GetX() + offsetX, point.GetY() + offsetY, point.GetZ() + offsetZ);
-    }
+    const Groups::VertexBegin vertexBegin(layer, color);
+    for (const ZETMathPoint& point : points.points)
+        groups.WriteVertex(vertexBegin, point.GetX() + offsetX, point.GetY() + offsetY, point.GetZ() + offsetZ);
     groups.Write(0, "SEQEND");
 }
 
@@ -184,4 +286,5 @@ void ZETDxfParser::WriteEndSection()
     Groups groups(*stream);
     groups.Write(0, "ENDSEC");
     groups.Write(0, "EOF");
+    groups.Finish();
 }

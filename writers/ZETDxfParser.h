@@ -9,9 +9,9 @@ class ZETMathSetOfPoints;
 /*! Emits ASCII DXF, in spite of its name: it parses nothing. It knows group codes, the fixed head of a file, polylines,
  *  texts and the end of a file, and nothing of laser data.
  *
- *  A file is WriteStartSection(), any number of WritePolyline() and WriteText(), and WriteEndSection(). Each of them
- *  flushes the stream. Nothing is reported: once the stream isn't in the state QTextStream::Ok, whatever follows is
- *  skipped.
+ *  A file is WriteStartSection(), any number of WritePolyline() and WriteText(), and WriteEndSection(). What an
+ *  operation writes has gone to the device of the stream when it returns; WriteEndSection() flushes a file as well.
+ *  Nothing is reported: once the stream isn't in the state QTextStream::Ok, whatever follows is skipped.
  *
  *  Numbers are written as they are given; the unit is what WriteStartSection() was told. Texts are UTF-8 where that is
  *  the platform's 8-bit encoding, without a code page in the file. The layer table declares layer 0 alone: entities go

@@ -3,10 +3,12 @@
 #include <ZETMathematics/ZETMathSetOfPoints.h>
 
 #include <QBuffer>
+#include <QFile>
 #include <QTest>
 #include <QTextStream>
 
 #include <functional>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -88,6 +90,12 @@ private slots:
     void failedStreamGetsNothingMore();
     void streamThatFailsInBetweenTurnsSilent();
     void eachOperationIsOnTheDeviceWhenItReturns();
+    void endFlushesAFile();
+    void whatTheCallerWroteKeepsItsPlace();
+    void otherEncodingsOfTheStreamAreKept();
+    void longTextIsWhole();
+    void numbersThatNeedMoreRoomAreWrittenInVertices();
+    void codesOfAnyNumberAreWritten();
     void longPolylineIsTheSameAsItsPairs();
 };
 
@@ -237,6 +245,90 @@ void TestDxfParser::eachOperationIsOnTheDeviceWhenItReturns()
     QVERIFY(buffer.data().endsWith(Pairs({"1 x"})));
     parser.WriteEndSection();
     QVERIFY(buffer.data().endsWith(Pairs({"0 ENDSEC", "0 EOF"})));
+}
+
+void TestDxfParser::endFlushesAFile()
+{
+    QFile file(u"drawing.DXF"_s);
+    QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Text));
+    QTextStream stream(&file);
+    ZETDxfParser parser(stream);
+    parser.WriteText(u"x"_s, 0.0, 0.0, 0.0, 1.0, 0, 0);
+    parser.WriteEndSection();
+    QFile reader(u"drawing.DXF"_s);
+    QVERIFY(reader.open(QIODevice::ReadOnly));
+    QCOMPARE(reader.readAll(), Pairs({"0 TEXT", "8 0", "62 0", "10 0.000000", "20 0.000000", "30 0.000000",
+                                      "40 1.000000", "1 x", "0 ENDSEC", "0 EOF"}));
+}
+
+void TestDxfParser::whatTheCallerWroteKeepsItsPlace()
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QTextStream stream(&buffer);
+    ZETDxfParser parser(stream);
+    stream << "999\nahead\n";
+    parser.WriteEndSection();
+    stream << "behind\n";
+    stream.flush();
+    QCOMPARE(buffer.data(), "999\nahead\n" + Pairs({"0 ENDSEC", "0 EOF"}) + "behind\n");
+}
+
+void TestDxfParser::otherEncodingsOfTheStreamAreKept()
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QTextStream stream(&buffer);
+    stream.setEncoding(QStringConverter::Latin1);
+    ZETDxfParser parser(stream);
+    parser.WriteText(u"Fl\u00fcgel"_s, 0.0, 0.0, 0.0, 1.0, 0, 0);
+    stream.flush();
+    QVERIFY2(bytes.endsWith("  1\nFl\xfcgel\n"), bytes.constData());
+}
+
+void TestDxfParser::longTextIsWhole()
+{
+    // Longer than any block, so that blocks end within a letter, on a stream with a device and on one without.
+    const QString text = QString(200001, u'\u00fc');
+    const auto write = [&](ZETDxfParser& parser) { parser.WriteText(text, 0.0, 0.0, 0.0, 1.0, 0, 0); };
+    const QByteArray tail = "  1\n" + text.toUtf8() + '\n';
+    QVERIFY(Emit(write).endsWith(tail));
+    QString string;
+    QTextStream stream(&string);
+    ZETDxfParser parser(stream);
+    write(parser);
+    QVERIFY(string.toUtf8().endsWith(tail));
+}
+
+void TestDxfParser::numbersThatNeedMoreRoomAreWrittenInVertices()
+{
+    const QByteArray big = QByteArray::number(1e300, 'f', 6);
+    const auto infinity = std::numeric_limits<double>::infinity();
+    const auto bytes = Emit([&](ZETDxfParser& parser) {
+        parser.WritePolyline(
+            Points({{1e300, 1.0, 2.0}, {1.0, 123456789.5, 2.0}, {1.0, 2.0, -infinity}, {3.0, 4.0, 5.0}}), true, false,
+            12, 34, 0, 0, 0.0, 0.0, 0.0);
+    });
+    const auto vertex = [](const QByteArray& x, const QByteArray& y, const QByteArray& z) {
+        return Pairs({"0 VERTEX", "8 12", "62 34", "10 " + x, "20 " + y, "30 " + z});
+    };
+    QVERIFY(big.size() > 300);
+    QVERIFY2(bytes.endsWith(vertex(big, "1.000000", "2.000000") + vertex("1.000000", "123456789.500000", "2.000000") +
+                            vertex("1.000000", "2.000000", "-inf") + vertex("3.000000", "4.000000", "5.000000") +
+                            Pairs({"0 SEQEND"})),
+             bytes.constData());
+}
+
+void TestDxfParser::codesOfAnyNumberAreWritten()
+{
+    const auto bytes = Emit([](ZETDxfParser& parser) {
+        parser.WritePolyline(Points({{0.0, 0.0, 0.0}}), false, false, std::numeric_limits<int>::min(),
+                             std::numeric_limits<int>::max(), -1, 256, 0.0, 0.0, 0.0);
+    });
+    QCOMPARE(bytes, Pairs({"0 POLYLINE", "8 -2147483648", "6 -1", "62 2147483647", "39 256", "10 0.000000",
+                           "20 0.000000", "30 0.000000", "66 1", "70 0", "0 VERTEX", "8 -2147483648", "62 2147483647",
+                           "10 0.000000", "20 0.000000", "30 0.000000", "0 SEQEND"}));
 }
 
 void TestDxfParser::longPolylineIsTheSameAsItsPairs()
