@@ -7,14 +7,7 @@ ZETLaserContour::ZETLaserContour(QSharedPointer<QObject> parent)
 {
 }
 
-ZETLaserContour::~ZETLaserContour()
-{
-    // A curve that somebody else still holds must not be deleted a second time by this contour as its QObject parent.
-    for (const QSharedPointer<ZETLaserCurve>& curve : std::as_const(curves)) {
-        if (curve)
-            curve->setParent(nullptr);
-    }
-}
+ZETLaserContour::~ZETLaserContour() = default;
 
 void ZETLaserContour::AddCurve(QSharedPointer<ZETLaserCurve> curve)
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QEnableSharedFromThis>
 #include <QObject>
 #include <QSharedPointer>
 #include <QString>
@@ -9,8 +10,9 @@ class ZETMathAxis;
 /*! Base of everything that stands in a laser tree. Its class is found by a meta-object cast, never by a type field.
  *
  *  An entity is created on the heap and wrapped at once with `QSharedPointer<T>::create`. Lists of shared pointers own
- *  the children; the tree is at the same time a QObject tree, whose parenthood deletes what the lists don't. */
-class ZETLaserEntity : public QObject
+ *  the children; the tree is at the same time a QObject tree, whose parenthood deletes what no shared pointer has. So
+ *  whoever holds an entity may keep it beyond the tree: it loses its parent then. */
+class ZETLaserEntity : public QObject, public QEnableSharedFromThis<ZETLaserEntity>
 {
     Q_OBJECT
 

@@ -9,10 +9,7 @@ ZETLaserGroup::ZETLaserGroup(QSharedPointer<QObject> parent)
 {
 }
 
-ZETLaserGroup::~ZETLaserGroup()
-{
-    Clear();
-}
+ZETLaserGroup::~ZETLaserGroup() = default;
 
 void ZETLaserGroup::AddGroup(QSharedPointer<ZETLaserGroup> group)
 {
@@ -51,11 +48,6 @@ void ZETLaserGroup::AddLeaf(QSharedPointer<ZETLaserEntity> leaf)
 
 void ZETLaserGroup::Clear()
 {
-    // A child that somebody else still holds must not be deleted a second time by this group as its QObject parent.
-    for (const QSharedPointer<ZETLaserEntity>& child : std::as_const(children)) {
-        if (child)
-            child->setParent(nullptr);
-    }
     children.clear();
     onlyGroups = true;
     onlyLeaves = true;

@@ -15,6 +15,9 @@ private slots:
     void curveOutlivesTheTreeForWhoeverHoldsIt();
     void copyOfTheChildrenOutlivesClear();
     void groupWithoutPlaceInAListIsDeletedByItsHolder();
+    void refusedChildOutlivesTheTreeForWhoeverHoldsIt();
+    void curveTakenOutOfItsContourOutlivesIt();
+    void childOfOneGroupInTheListOfAnotherSurvivesTheFirst();
 
 private:
     static QSharedPointer<ZETLaserGroup> NewGroup(const QSharedPointer<QObject>& parent = {})
@@ -70,6 +73,41 @@ void TestLaserTreeOwnership::groupWithoutPlaceInAListIsDeletedByItsHolder()
     const QPointer<QObject> watched = refused.data();
     refused.clear();
     QVERIFY(watched.isNull());
+}
+
+void TestLaserTreeOwnership::refusedChildOutlivesTheTreeForWhoeverHoldsIt()
+{
+    auto root = NewGroup();
+    root->AddContour(QSharedPointer<ZETLaserContour>::create(root));
+    const auto refused = NewGroup(root);
+    root->AddGroup(refused);
+    const QPointer<QObject> unowned = new ZETLaserGroup(root); // no shared pointer has it: the tree deletes it
+    root.clear();
+    QVERIFY(unowned.isNull());
+    QVERIFY(!refused->parent());
+    refused->SetName(QStringLiteral("still there"));
+    QCOMPARE(refused->GetName(), QStringLiteral("still there"));
+}
+
+void TestLaserTreeOwnership::curveTakenOutOfItsContourOutlivesIt()
+{
+    auto contour = QSharedPointer<ZETLaserContour>::create(QSharedPointer<QObject>());
+    const auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
+    contour->AddCurve(curve);
+    contour->GetCurves().clear();
+    contour.clear();
+    QVERIFY(!curve->parent());
+    QCOMPARE(curve->GetPointCount(), 0);
+}
+
+void TestLaserTreeOwnership::childOfOneGroupInTheListOfAnotherSurvivesTheFirst()
+{
+    auto first = NewGroup();
+    const auto second = NewGroup();
+    second->AddGroup(NewGroup(first));
+    first.clear();
+    QCOMPARE(second->GetChildren().size(), 1);
+    QVERIFY(second->GetChildren().first()->GetName().isEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestLaserTreeOwnership)
