@@ -1,6 +1,7 @@
 #include "features/ZETLaserParameterProvider.h"
 
 #include "openhost/ZETMaterial/ZETOpenMaterial.h"
+#include "tests/support/TestTranslator.h"
 #include "tests/support/ZETTestModel.h"
 
 #include <ZETFeature/ZETFeatContainerProvider.h>
@@ -11,7 +12,6 @@
 #include <QLocale>
 #include <QScopeGuard>
 #include <QTest>
-#include <QTranslator>
 #include <QUrl>
 
 #include <algorithm>
@@ -82,17 +82,6 @@ public:
         return {{u"ORDER"_s, u"4711"_s}};
     }
     static inline QList<const ZETFeatContainer*> asked;
-};
-
-/*! A translator that puts its own mark on the texts of the provider. */
-class MarkingTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        return qstrcmp(context, "ZETLaserParameterProvider") == 0 ? u"* "_s + QLatin1String(text) : QString();
-    }
 };
 
 const QList<QString> builtIn{u"%SOURCE%"_s, u"%PART%"_s, u"%SEQ%"_s,    u"%LAYUP%"_s, u"%PLY%"_s,
@@ -546,9 +535,7 @@ void TestLaserParameterProvider::duplicatedNameMayHoldAPlaceMarker()
 
 void TestLaserParameterProvider::problemsAreTranslated()
 {
-    MarkingTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-    const auto remove = qScopeGuard([&] { QCoreApplication::removeTranslator(&translator); });
+    const TestTranslator translator("ZETLaserParameterProvider");
     const FlatPlies model({"A", "A", "B", "B"});
     QCOMPARE(model.Problems(u"%XYZ%"_s), (QList<QString>{u"* The text is invalid"_s}));
     QCOMPARE(model.Problems(u"\u00e4%PLY%"_s),

@@ -276,10 +276,10 @@ void TestLaserGroup::addingDoesWhatAScanWouldDo()
 
 void TestLaserGroup::addingManyChildrenIsLinear()
 {
-    // With a scan for each child this would be 2e10 casts, far beyond the time limit of a test.
+    // With a scan for each child this would be 5e11 casts, far beyond the time limit of a test.
     const auto group = MakeGroup();
     const auto contour = MakeContour(0);
-    constexpr int count = 200000;
+    constexpr int count = 1000000;
     for (int i = 0; i < count; ++i)
         group->AddContour(contour);
     QCOMPARE(group->GetChildren().size(), count);

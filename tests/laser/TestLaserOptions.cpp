@@ -2,15 +2,14 @@
 
 #include "laser/ZETLaserDXFOutputSettings.h"
 #include "laser/ZETLaserProcesses.h"
+#include "tests/support/TestTranslator.h"
 
 #include <ZETFeature/ZETFeatContainer.h>
 #include <ZETFeature/ZETFeatFolder.h>
 #include <ZETGeometry/ZETGeoGeometryRef.h>
 #include <ZETVisualization/ZETVisEnvironment.h>
 
-#include <QScopeGuard>
 #include <QTest>
-#include <QTranslator>
 
 #include <limits>
 #include <memory>
@@ -21,17 +20,6 @@ using Options = ZETLaserOptions;
 
 namespace
 {
-/*! A translator that puts its own mark on the texts of one context. */
-class MarkingTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        return qstrcmp(context, "ZETLaserOptions") == 0 ? u"<"_s + QLatin1String(text) + u">"_s : QString();
-    }
-};
-
 template <typename Enum>
 Enum As(int value)
 {
@@ -252,17 +240,15 @@ void TestLaserOptions::offsetModesHaveTheirStrings()
 
 void TestLaserOptions::wordsAreTranslatedButNotTheRest()
 {
-    MarkingTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-    const auto remove = qScopeGuard([&] { QCoreApplication::removeTranslator(&translator); });
+    const TestTranslator translator("ZETLaserOptions");
 
-    QCOMPARE(Options::GetOffsetModeString(Options::OffsetComplete), u"<Complete>"_s);
-    QCOMPARE(Options::GetOffsetModeString(Options::OffsetLayup), u"<Layup>"_s);
-    QCOMPARE(Options::GetOffsetModeString(Options::OffsetNone), u"<None>"_s);
-    QCOMPARE(Options::GetOffsetModeString(Options::OffsetDebulk), u"<Debulk>"_s);
+    QCOMPARE(Options::GetOffsetModeString(Options::OffsetComplete), u"* Complete"_s);
+    QCOMPARE(Options::GetOffsetModeString(Options::OffsetLayup), u"* Layup"_s);
+    QCOMPARE(Options::GetOffsetModeString(Options::OffsetNone), u"* None"_s);
+    QCOMPARE(Options::GetOffsetModeString(Options::OffsetDebulk), u"* Debulk"_s);
     QCOMPARE(Options::GetOffsetModeString(As<Options::EOffsetMode>(4)), u"unset"_s);
-    QCOMPARE(Options::GetMaterialThicknessString(Options::ThicknessCured), u"<Cured>"_s);
-    QCOMPARE(Options::GetMaterialThicknessString(Options::ThicknessUncured), u"<Uncured>"_s);
+    QCOMPARE(Options::GetMaterialThicknessString(Options::ThicknessCured), u"* Cured"_s);
+    QCOMPARE(Options::GetMaterialThicknessString(Options::ThicknessUncured), u"* Uncured"_s);
     QCOMPARE(Options::GetMaterialThicknessString(As<Options::EMaterialThickness>(2)), u"unset"_s);
     QCOMPARE(Options::GetUnitsString(Options::UnitsMillimeters), u"mm"_s);
     QCOMPARE(Options::GetUnitsString(As<Options::EUnits>(2)), u"unset"_s);

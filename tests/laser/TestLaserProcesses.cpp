@@ -9,6 +9,8 @@
 #include "laser/ZETLaserProcesses_p.h"
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "openhost/ZETVisualization/ZETOpenScene.h"
+#include "tests/support/TestOutput.h"
+#include "tests/support/TestTranslator.h"
 #include "tests/support/ZETTestModel.h"
 
 #include <ZETMaterial/ZETMatMaterial.h>
@@ -16,9 +18,7 @@
 
 #include <QFile>
 #include <QLocale>
-#include <QScopeGuard>
 #include <QTest>
-#include <QTranslator>
 
 #include <stdexcept>
 
@@ -28,14 +28,6 @@ using Options = ZETLaserOptions;
 namespace
 {
 const auto noSuchType = static_cast<Options::EOutputFileType>(13);
-
-QStringList Messages()
-{
-    QStringList texts;
-    for (const ZETOpenMessage& message : ZETOpenMessageQueue::GetMessages())
-        texts.append(QString::number(message.type) + u' ' + message.text);
-    return texts;
-}
 
 ZETLaserGroup& RootOf(Options& options)
 {
@@ -75,16 +67,6 @@ public:
     Laminate() { ZETOpenComposites::SetMaterials(*ply, {material}); }
 };
 
-/*! A translator that puts its own mark on the texts of the driver. */
-class MarkingTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        return qstrcmp(context, "ZETLaserProcesses") == 0 ? u"* "_s + QLatin1String(text) : QString();
-    }
-};
 } // namespace
 
 class TestLaserProcesses : public QObject
@@ -163,7 +145,7 @@ void TestLaserProcesses::nestFlagsAreCorrectedForLap()
     options.GetLaserProcesses();
     QTEST(options.GetNestSequencesWithinLayup(), "sequencesThen");
     QTEST(options.GetNestPliesWithinSequence(), "pliesThen");
-    QTEST(Messages(), "messages");
+    QTEST(QueuedMessages(), "messages");
 }
 
 void TestLaserProcesses::nestFlagsAreLeftAloneForOtherTypes()
@@ -176,7 +158,7 @@ void TestLaserProcesses::nestFlagsAreLeftAloneForOtherTypes()
         options.GetLaserProcesses();
         QVERIFY(options.GetNestSequencesWithinLayup() && options.GetNestPliesWithinSequence());
     }
-    QVERIFY(Messages().isEmpty());
+    QVERIFY(QueuedMessages().isEmpty());
 }
 
 void TestLaserProcesses::nestFlagsAreCorrectedOnceAtConstruction()
@@ -186,7 +168,7 @@ void TestLaserProcesses::nestFlagsAreCorrectedOnceAtConstruction()
     late.SetFileType(Options::FileLAP);
     late.GetLaserProcesses();
     QVERIFY(late.GetNestSequencesWithinLayup() && late.GetNestPliesWithinSequence());
-    QVERIFY(Messages().isEmpty());
+    QVERIFY(QueuedMessages().isEmpty());
 
     Options early;
     early.SetFileType(Options::FileLAP);
@@ -194,7 +176,7 @@ void TestLaserProcesses::nestFlagsAreCorrectedOnceAtConstruction()
     early.SetNestSequencesWithinLayup(true);
     early.GetLaserProcesses();
     QVERIFY(early.GetNestSequencesWithinLayup());
-    QCOMPARE(Messages().size(), 1);
+    QCOMPARE(QueuedMessages().size(), 1);
 }
 
 void TestLaserProcesses::nestFlagsAreCorrectedWithoutMessageQueue()
@@ -214,13 +196,11 @@ void TestLaserProcesses::nestFlagsAreCorrectedWithoutMessageQueue()
 
 void TestLaserProcesses::nestFlagMessageIsTranslated()
 {
-    MarkingTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-    const auto remove = qScopeGuard([&] { QCoreApplication::removeTranslator(&translator); });
+    const TestTranslator translator("ZETLaserProcesses");
     Options options;
     options.SetFileType(Options::FileLAP);
     options.GetLaserProcesses();
-    QCOMPARE(Messages(), (QStringList{u"0 * Disabled Nest Sequences Within Layup for LAP Laser"_s}));
+    QCOMPARE(QueuedMessages(), (QStringList{u"0 * Disabled Nest Sequences Within Layup for LAP Laser"_s}));
 }
 
 void TestLaserProcesses::freshDriverHasAnEmptyTree()
@@ -290,7 +270,7 @@ void TestLaserProcesses::unknownTypeIsNotWrittenAndTheLocaleStays()
     options.SetFileName(u"unknown.txt"_s);
     QVERIFY(!options.GetLaserProcesses()->WriteLaserData());
     QCOMPARE(QLocale(), german);
-    QVERIFY(Messages().isEmpty());
+    QVERIFY(QueuedMessages().isEmpty());
     QVERIFY(!QFile::exists(u"unknown.txt"_s));
 }
 

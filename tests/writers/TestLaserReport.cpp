@@ -3,6 +3,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
+#include "tests/support/TestTranslator.h"
 
 #include <QtTest>
 
@@ -95,6 +96,9 @@ private slots:
     void footWithMessages();
     void footWithoutAQueue();
     void footWithAnEmptyMessage();
+
+    void everyTextIsTranslatedButNoTag();
+    void textsOfNestingReportsAreTranslated();
 };
 
 void TestLaserReport::headOf3DOutput()
@@ -482,6 +486,85 @@ void TestLaserReport::footWithAnEmptyMessage()
     ZETSysMessageQueue::GetMessageQueue()->AddMessage(QString(), ZETSysMessageQueue::TypeNote);
     TestJob job(u""_s);
     QVERIFY(Reporter(job).Foot(1, 0, 0).startsWith("\n\nNo Warning or Error messages.\n"));
+}
+
+void TestLaserReport::everyTextIsTranslatedButNoTag()
+{
+    TestJob job(u"partname Wing"_s);
+    ZETLaserOptions& options = job.GetOptions();
+    options.SetFileName(u"wing.ply"_s);
+    options.SetUseMaxLength(true);
+    options.SetOutputRosette(1);
+    options.SetUseSeedPoint(1);
+    options.SetUseSeedCurve(1);
+    const TestTranslator translator("ZETLaserWriter");
+    COMPARE_TEXT(Reporter(job).Head(), "<HTML>\n"
+                                       "<TITLE>* Laser Projection Report : wing.ply</TITLE>\n"
+                                       "<BODY>\n"
+                                       "<H2>\n"
+                                       "* Laser Projection Report for Virtek*  laser data file : wing.ply\n"
+                                       "</H2>\n"
+                                       "<HR>\n"
+                                       "<PRE>\n"
+                                       "* Part Name: Wing\n"
+                                       "\n"
+                                       "* Units: * mm\n"
+                                       "\n"
+                                       "* Core Sampling: None\n"
+                                       "\n"
+                                       "* Material Thickness: * uncured\n"
+                                       "\n"
+                                       "* Axis System: Not specified\n"
+                                       "\n"
+                                       "* Points reduced with a tolerance of: 0.01\n"
+                                       "* Maximum segment length: 1e+06\n"
+                                       "\n"
+                                       "* Geometry Settings:\n"
+                                       "* 3D Geometry used\n"
+                                       "* Sub-plies used\n"
+                                       "* Extra Geometry used\n"
+                                       "* Rosette used\n"
+                                       "* Seed Point used\n"
+                                       "* Seed Curve used\n"
+                                       "\n"_ba);
+    COMPARE_TEXT(Reporter(job).Foot(0, 0, 0), "\n\n* NO PLY DATA WRITTEN!\n\n"
+                                              "\n\n* No Warning or Error messages.\n"
+                                              "\n\n* Plies Written Report:\n"
+                                              "*    No plies, sub-plies, or courses written \n"
+                                              "\n* End of report.\n"
+                                              "</PRE>\n<HR>\n</BODY>\n</HTML>\n"_ba);
+    ZETSysMessageQueue::GetMessageQueue()->AddMessage(u"message"_s, ZETSysMessageQueue::TypeNote);
+    COMPARE_TEXT(Reporter(job).Foot(1, 2, 3), "\n\n* Warning & Error messages:\n"
+                                              "message\n"
+                                              "\n\n* Plies Written Report:\n"
+                                              "*    Number of Plies = 1\n"
+                                              "*    Number of Sub-plies = 2\n"
+                                              "*    Number of Courses = 3\n"
+                                              "\n* End of report.\n"
+                                              "</PRE>\n<HR>\n</BODY>\n</HTML>\n"_ba);
+}
+
+void TestLaserReport::textsOfNestingReportsAreTranslated()
+{
+    TestJob job(u"units inch axis 1,2,3 1,0,0 0,1,0"_s);
+    ZETLaserOptions& options = job.GetOptions();
+    options.SetFileName(u"wing.ply"_s);
+    options.SetMaterialThickness(ZETLaserOptions::ThicknessCured);
+    const TestTranslator translator("ZETLaserWriter");
+    QVERIFY(Reporter(job).Head().contains("\n* Units: * inch\n\n"));
+    QVERIFY(Reporter(job).Head().contains("\n* Material Thickness: * cured\n\n* Axis System: Cell\n"));
+    options.SetOutputType(ZETLaserOptions::OutputFlat);
+    QVERIFY(Reporter(job).Head().contains("\n* Flat Geometry used\n"));
+    options.SetOutputType(ZETLaserOptions::OutputFlatNesting);
+    const QByteArray nesting = Reporter(job).Head();
+    QVERIFY(nesting.contains("<TITLE>* Nesting Interface Report : wing.ply</TITLE>\n"));
+    QVERIFY(nesting.contains("\n* Nesting Interface Report for file : wing.ply\n"));
+    QVERIFY(nesting.contains("\n* Flat Nesting Geometry used\n"));
+    options.SetOutputType(ZETLaserOptions::OutputFlatNestingEmbedded);
+    const QByteArray embedded = Reporter(job).Head();
+    QVERIFY(embedded.contains("<TITLE>* Nesting Embedded Ply Report</TITLE>\n"));
+    QVERIFY(embedded.contains("\n* Ply Extract Report\n"));
+    QVERIFY(embedded.contains("\n* Flat Nesting Geometry used for Embedded Nesting\n"));
 }
 
 QTEST_GUILESS_MAIN(TestLaserReport)

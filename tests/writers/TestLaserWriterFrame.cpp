@@ -8,6 +8,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
+#include "tests/support/TestTranslator.h"
 #include "writers/ZETLaserTargetWalk.h"
 
 #include <ZETComposites/ZETCompPly.h>
@@ -128,6 +129,7 @@ private slots:
 
     void theWrittenMessageNamesMakeAndFile();
     void aFileNameWithAPlaceholderStaysWhole();
+    void writtenMessageAndReportNameAreTranslated();
     void anUnsupportedTypeIsNamed();
     void withoutAQueueMessagesAreDropped();
 
@@ -337,6 +339,16 @@ void TestLaserWriterFrame::aFileNameWithAPlaceholderStaysWhole()
     Probe(job).AddWrittenMessage(u"Virtek"_s, ZETSysMessageQueue::TypeNote);
     QCOMPARE(ZETOpenMessageQueue::GetMessages().value(0).text,
              u"Virtek data have been successfully written to file:\n wing %1 %2.ply"_s);
+}
+
+void TestLaserWriterFrame::writtenMessageAndReportNameAreTranslated()
+{
+    const TestTranslator translator("ZETLaserWriter");
+    TestJob job(u""_s);
+    QVERIFY(job.Write<Probe>(u"wing.ply"_s));
+    QCOMPARE(ZETOpenMessageQueue::GetMessages().value(0).text,
+             u"* Probe data have been successfully written to file:\n wing.ply"_s);
+    QVERIFY(QFileInfo::exists(u"wing.ply* -report.htm"_s)); // the extension isn't a word
 }
 
 void TestLaserWriterFrame::anUnsupportedTypeIsNamed()

@@ -4,6 +4,7 @@
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
 #include "tests/support/TestOutput.h"
+#include "tests/support/TestTranslator.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -95,6 +96,7 @@ private slots:
 
     void theReportCountsPliesAndSubPlies();
     void theWrittenMessageIsInTheReport();
+    void messagesAreTranslatedAndKeywordsAreNot();
 };
 
 void TestWriterVirtek::init()
@@ -548,6 +550,23 @@ void TestWriterVirtek::theWrittenMessageIsInTheReport()
                                     "Virtek data have been successfully written to file:\n wing.ply\n"
                                     "Unsupported laser parameter type Note for Virtek\n"
                                     "\n\nPlies Written Report:\n"));
+}
+
+void TestWriterVirtek::messagesAreTranslatedAndKeywordsAreNot()
+{
+    const TestTranslator translator("ZETLaserWriterVirtek");
+    COMPARE_TEXT(ReportBody(Write(u""_s).report), "\n* No laser targets found in model.\n"_ba);
+    COMPARE_TEXT(ReportBody(Write(u"target A 0,0,0"_s).report),
+                 "\n* No laser projectors found in model, using all targets in one projector.\n"
+                 "\n* Writing 1 targets to file wing.cal"_ba);
+    ZETOpenMessageQueue::Clear();
+    const auto written = Write(u"target \"A 1\" 0,0,0 projector P { 1 } ply P { parameter note N }"_s);
+    COMPARE_TEXT(ReportBody(written.report), "Substituting spaces in target name 'A 1' with underscore\n"
+                                             "\n* Writing 1 targets in 1 projectors to file wing.cal"_ba);
+    COMPARE_TEXT(written.part, "START P\nEND P\nEOD\n"_ba);
+    COMPARE_TEXT(written.targets, "1\nT A_1 0.000000 0.000000 0.000000\n"_ba);
+    QCOMPARE(QueuedMessages(), QStringList({u"0 Virtek data have been successfully written to file:\n wing.ply"_s,
+                                            u"2 * Unsupported laser parameter type Note for Virtek"_s}));
 }
 
 QTEST_GUILESS_MAIN(TestWriterVirtek)
