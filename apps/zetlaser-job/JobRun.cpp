@@ -17,6 +17,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 
 #include <algorithm>
@@ -63,10 +64,11 @@ public:
         PrepareOutput();
         model = JobSteps::LoadModel(layupFile);
         FillOptions(options, *model.root, settings);
-        WarnOfLetters();
         JobSteps::ReadAndThin(options);
         if (options.CreateLaserData())
             WriteFiles();
+        if (IsDxf())
+            WarnOfLetters();
         JobConsole::TellRepeatedMessages();
         TellResult();
     }
@@ -93,19 +95,45 @@ private:
             toolPlace = std::make_unique<JobStaging>(settings.GetText(u"targetFilePath"_s));
     }
 
+    bool IsDxf() const { return options.GetFileType() == ZETLaserOptions::FileDXF; }
+
     /*! DXF is written as UTF-8 and names no code page, so readers of its old form show other letters. */
     void WarnOfLetters() const
     {
-        if (options.GetFileType() != ZETLaserOptions::FileDXF)
-            return;
-        for (const ZETCompPlyBase* ply : options.GetPlies()) {
-            const QString label = ply->GetLabel();
-            const bool isPlain = std::all_of(label.begin(), label.end(), [](QChar c) { return c.unicode() < 128; });
-            if (!isPlain)
+        QStringList told;
+        for (const QString& file : files) {
+            for (const QString& text : FindTextsBeyondAscii(file)) {
+                if (told.contains(text))
+                    continue;
+                told.append(text);
                 JobConsole::WriteMessage(
                     Translate("warning"),
-                    Translate("the name \"%1\" has letters beyond ASCII; some readers of DXF show others").arg(label));
+                    Translate("the text \"%1\" has letters beyond ASCII; some readers of DXF show others").arg(text));
+            }
         }
+    }
+
+    /*! The texts of a DXF file that are more than ASCII; none for any other file. */
+    static QStringList FindTextsBeyondAscii(const QString& fileName)
+    {
+        QFile file(fileName);
+        if (!file.open(QIODevice::ReadOnly))
+            return {};
+        const QByteArray bytes = file.readAll();
+        const auto isBeyond = [](QByteArrayView text) {
+            return std::any_of(text.begin(), text.end(), [](char c) { return uchar(c) >= 128; });
+        };
+        constexpr QByteArrayView textCode = "\n  1\n";
+        QStringList texts;
+        if (!bytes.startsWith("  0\nSECTION\n") || !isBeyond(bytes))
+            return texts;
+        for (qsizetype at = bytes.indexOf(textCode); at >= 0; at = bytes.indexOf(textCode, at)) {
+            at += textCode.size();
+            const QByteArray text = bytes.mid(at, bytes.indexOf('\n', at) - at);
+            if (isBeyond(text))
+                texts.append(QString::fromUtf8(text));
+        }
+        return texts;
     }
 
     void WriteFiles()
@@ -160,6 +188,9 @@ private:
         JobConsole::WriteResult(Translate("size: %1, written in %2").arg(DescribeSize(statistics.box), GetUnitWord()));
         JobConsole::WriteResult(
             Translate("axis system: %1").arg(rosette ? rosette->GetLabel() : Translate("of the model")));
+        if (IsDxf() && !files.isEmpty())
+            JobConsole::WriteResult(Translate(
+                "extents: DXF has constants for them, so a viewer may need \"zoom all\" to show the drawing"));
     }
 
     QString GetTypeName() const { return ZETLaserOptions::GetFileTypeString(options.GetFileType()); }

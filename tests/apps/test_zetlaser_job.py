@@ -513,15 +513,19 @@ class Blade(JobTest):
         result = self.run_tool(BLADE, "--type", "dxf", "--output", "b.dxf", "--output-type", "nesting",
                                "--dxf-file-mode", "per-ply", "--shape-name", "%PLY%%SUBPLY%", "--plies", "P003,P029-1")
         self.expect(result, 0, "  b__P003.dxf: shape P003, material UD prepreg\n",
-                    "  b__P029P029-1.dxf: shape P029P029-1, material Core\n", "plies: 1, sub-plies: 1, ")
+                    "  b__P029P029-1.dxf: shape P029P029-1, material Core\n", "plies: 1, sub-plies: 1, ",
+                    "extents: DXF has constants for them, so a viewer may need \"zoom all\" to show the drawing\n")
         self.assertEqual(self.names(), ["b.dxf-report.htm", "b__P003.dxf", "b__P029P029-1.dxf"])
 
     def test_letters_that_dxf_readers_change_are_warned_of(self):
-        text = PANEL.read_text(encoding="utf-8").replace('"name": "P1"', '"name": "P\u00e4"')
-        self.write("a.json", text)
-        warning = 'warning: the name "P\u00e4" has letters beyond ASCII; some readers of DXF show others\n'
-        self.assertIn(warning, self.run_tool("a.json", "--type", "dxf", "--output", "a.dxf").stderr)
+        text = PANEL.read_text(encoding="utf-8").replace('"name": "Panel"', '"name": "Paneel \u00e4"')
+        self.write("a.json", text.replace('"name": "P1"', '"name": "P\u00f6"'))
+        warning = 'warning: the text "Paneel \u00e4" has letters beyond ASCII; some readers of DXF show others\n'
+        result = self.run_tool("a.json", "--type", "dxf", "--output", "a.dxf")
+        self.assertEqual(result.stderr.count(warning), 1)
+        self.assertNotIn("P\u00f6", result.stderr)  # names of plies are no texts of a laser file
         self.assertNotIn("warning", self.run_tool("a.json", "--type", "virtek", "--output", "a.ply").stderr)
+        self.assertNotIn("warning", self.run_tool(PANEL, "--type", "dxf", "--output", "b.dxf").stderr)
 
     def test_flat_output_takes_the_flat_patterns(self):
         self.expect(self.run_tool(BLADE, "--type", "virtek", "--output", "blade.ply", "--configuration", "Flat"), 0)
