@@ -554,9 +554,10 @@ class Documents(JobTest):
 
     def test_the_commands_in_the_readme_work(self):
         self.write("virtek.json", {"type": "virtek", "output": "panel.ply"})
-        commands = [line for block in self.blocks("README.md", "sh") for line in block.splitlines()
+        commands = [line for block in self.blocks("README.md", "sh")
+                    for line in block.replace("\\\n", " ").splitlines()
                     if line.startswith("zetlaser-job examples/")]
-        self.assertEqual(len(commands), 2)
+        self.assertEqual(len(commands), 4)
         for command in commands:
             words = [SOURCE / word if word.startswith("examples/") else word for word in command.split()[1:]]
             self.expect(self.run_tool(*words), 0)
