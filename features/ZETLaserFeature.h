@@ -57,13 +57,15 @@ inline void SaveReference(ZETGeoStream& stream, const ZETFeatObject* object)
 }
 
 /*! Reads a reference and finds its object; null for an invalid one. Throws ZETGeoGeometryNotFoundException if a valid
- *  one leads nowhere, or to an object of another class. */
+ *  one leads nowhere, or to an object of another class. Without a container all of them lead nowhere. */
 template <typename T>
 T* LoadReference(ZETGeoStream& stream)
 {
     ZETGeoGeometryRef reference;
     stream.GetDataStream() >> reference;
-    auto* object = qobject_cast<T*>(stream.GetContainer()->GetGeometryByRef(stream.GetMappedReference(reference)));
+    const ZETGeoContainer* container = stream.GetContainer();
+    auto* object =
+        qobject_cast<T*>(container ? container->GetGeometryByRef(stream.GetMappedReference(reference)) : nullptr);
     if (!object && reference.IsValid())
         throw ZETGeoGeometryNotFoundException();
     return object;

@@ -23,7 +23,7 @@ public:
      *  for a stream that can't be read at the next object boundary. */
     QDataStream& GetDataStream();
 
-    /*! The container that is being saved or loaded. */
+    /*! The container that is being saved or loaded; null for an object that stands in none. */
     const ZETGeoContainer* GetContainer() const;
 
     /*! The version that \a type had when the stream was written: its class information "version", 1 without one. */

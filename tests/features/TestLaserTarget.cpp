@@ -85,6 +85,7 @@ private Q_SLOTS:
     void streamHoldsAnInvalidReferenceWithoutPoint();
     void loadsWhatWasSavedAndTells();
     void loadWithoutChangeTellsNothing();
+    void loadWithoutAContainerFindsNothing();
     void loadThrowsForAReferenceWithoutItsGeometry_data();
     void loadThrowsForAReferenceWithoutItsGeometry();
     void livesInASavedModel();
@@ -316,6 +317,25 @@ void TestLaserTarget::loadWithoutChangeTellsNothing()
     QSignalSpy points(target, &ZETLaserTarget::PointChanged);
     ZETOpenModelStream::LoadFields(*target, ZETOpenModelStream::SaveFields(*target));
     QCOMPARE(comments.count() + drifts.count() + points.count(), 0);
+}
+
+void TestLaserTarget::loadWithoutAContainerFindsNothing()
+{
+    FeatureModel model;
+    const ZETFeatGeometry* point = model.MakeGeometry(nullptr);
+    ZETLaserTarget target(nullptr, ZETGeoGeometryRef());
+    ZETOpenModelStream::LoadFields(target, MakeFields("00000002"
+                                                      "0054"
+                                                      "01" +
+                                                      GetReference(nullptr)));
+    QCOMPARE(target.GetComment(), u"T"_s);
+    QVERIFY(target.IsDrift());
+    QCOMPARE(target.GetPoint(), nullptr);
+    const QByteArray fields = MakeFields("00000002"
+                                         "0054"
+                                         "01" +
+                                         GetReference(point));
+    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(target, fields), ZETGeoGeometryNotFoundException);
 }
 
 void TestLaserTarget::loadThrowsForAReferenceWithoutItsGeometry_data()
