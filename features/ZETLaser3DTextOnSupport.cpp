@@ -2,18 +2,17 @@
 
 #include "features/ZETLaser3DTextOnSupport_p.h"
 #include "features/ZETLaserFeature.h"
+#include "features/ZETLaserModelTree.h"
 
 #include <ZETGeometry/ZETGeoCurve.h>
 #include <ZETGeometry/ZETGeoPointOnCurve.h>
 #include <ZETGeometry/ZETGeoPointOnSurface.h>
 #include <ZETGeometry/ZETGeoSurface.h>
 #include <ZETSystem/ZETSysException.h>
-#include <ZETTopology/ZETTopBody.h>
 #include <ZETTopology/ZETTopEdge.h>
 #include <ZETTopology/ZETTopFace.h>
 #include <ZETTopology/ZETTopFactory.h>
 #include <ZETTopology/ZETTopSkin.h>
-#include <ZETTopology/ZETTopVertex.h>
 
 #include <QDebug>
 
@@ -31,8 +30,7 @@ const ZETTopVertex* Project(ZETTopFactory& factory, const ZETFeatGeometry* targe
     const ZETTopBody* sourceBody = source ? source->GetBody() : nullptr;
     if (!targetBody || !sourceBody)
         return nullptr;
-    const ZETTopBody* projection = factory.Project(targetBody, sourceBody);
-    return projection ? qobject_cast<const ZETTopVertex*>(projection->GetEntities(0).value(0)) : nullptr;
+    return GetFirstVertex(factory.Project(targetBody, sourceBody));
 }
 
 /*! The place of \a vertex on the first edge that it lies on; null if there is none. \a vertex may be null. */

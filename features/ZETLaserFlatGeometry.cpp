@@ -6,8 +6,6 @@
 #include <ZETComposites/ZETCompFlatPoint.h>
 #include <ZETComposites/ZETCompStrategy.h>
 #include <ZETGeometry/ZETGeoComboPoint.h>
-#include <ZETTopology/ZETTopBody.h>
-#include <ZETTopology/ZETTopVertex.h>
 
 namespace
 {
@@ -30,9 +28,7 @@ bool GetFlattenedSeedPoint(ZETCompFlatPattern* flatPattern, ZETMathPoint& point)
     if (!strategy)
         return false;
     const ZETCompFlatPoint* const flatPoint = FindImage(*flatPattern, strategy->GetSeedPoint());
-    const ZETTopBody* const body = flatPoint ? flatPoint->GetBody() : nullptr;
-    const QList<const ZETTopEntity*> vertices = body ? body->GetEntities(0) : QList<const ZETTopEntity*>();
-    const auto* const vertex = vertices.isEmpty() ? nullptr : qobject_cast<const ZETTopVertex*>(vertices.first());
+    const ZETTopVertex* const vertex = flatPoint ? GetFirstVertex(flatPoint->GetBody()) : nullptr;
     if (!vertex)
         return false;
     point = vertex->GetPoint()->GetPosition();

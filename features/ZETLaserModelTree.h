@@ -1,8 +1,10 @@
 #pragma once
 
 #include <ZETFeature/ZETFeatObject.h>
+#include <ZETTopology/ZETTopBody.h>
+#include <ZETTopology/ZETTopVertex.h>
 
-// Steps through the model's tree that features, reader and writers share.
+// Steps through the model that features, reader and writers share.
 
 /*! The nearest ancestor of class \a T; null if there is none. */
 template <typename T>
@@ -21,4 +23,10 @@ T* FindSelfOrAncestor(ZETFeatObject& feature)
 {
     T* const self = qobject_cast<T*>(&feature);
     return self ? self : FindAncestor<T>(feature);
+}
+
+/*! The first vertex of \a body, which may be null; null if there is none. */
+inline const ZETTopVertex* GetFirstVertex(const ZETTopBody* body)
+{
+    return body ? qobject_cast<const ZETTopVertex*>(body->GetEntities(0).value(0)) : nullptr;
 }

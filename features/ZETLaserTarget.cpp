@@ -1,11 +1,10 @@
 #include "features/ZETLaserTarget.h"
 
 #include "features/ZETLaserFeature.h"
+#include "features/ZETLaserModelTree.h"
 #include "features/ZETLaserTarget_p.h"
 
 #include <ZETGeometry/ZETGeoComboPoint.h>
-#include <ZETTopology/ZETTopBody.h>
-#include <ZETTopology/ZETTopVertex.h>
 
 const QByteArray ZETLaserTarget::Property_comment = QByteArrayLiteral("comment");
 const QByteArray ZETLaserTarget::Property_isDrift = QByteArrayLiteral("isDrift");
@@ -58,10 +57,7 @@ void ZETLaserTarget::SetPoint(ZETFeatGeometry* point)
 ZETMathPoint ZETLaserTarget::GetCoordinates() const
 {
     const ZETFeatGeometry* point = GetPoint();
-    const ZETTopBody* body = point ? point->GetBody() : nullptr;
-    if (!body)
-        return {};
-    const auto* vertex = qobject_cast<const ZETTopVertex*>(body->GetEntities(0).value(0));
+    const ZETTopVertex* vertex = point ? GetFirstVertex(point->GetBody()) : nullptr;
     return vertex ? vertex->GetPoint()->GetPosition() : ZETMathPoint();
 }
 

@@ -32,14 +32,6 @@ namespace
 constexpr double joinDistance = 0.001; // mm: an edge that begins closer than this to the last one's end joins it
 const ZETMathPoint farAway(-10000000.0, -10000000.0, 10000000.0);
 
-QSharedPointer<ZETLaserCurve> AddCurve(const QSharedPointer<ZETLaserContour>& contour, const QString& name)
-{
-    auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
-    curve->SetName(name);
-    contour->AddCurve(curve);
-    return curve;
-}
-
 ZETLaserExtraGeometry::OutputFilter GetFilter(ZETLaserOptions::EOutputType type)
 {
     switch (type) {

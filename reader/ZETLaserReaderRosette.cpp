@@ -107,10 +107,8 @@ ZETMathAxis ZETLaserReaderComposites::ComputeFlatAxis(ZETCompPlyBase* ply)
 QSharedPointer<ZETLaserCurve> ZETLaserReaderComposites::AddRosetteCurve(QSharedPointer<ZETLaserContour> contour,
                                                                         ZETCompPlyBase* ply)
 {
-    auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
+    auto curve = AddCurve(contour, ply->GetLabel() + u"-"_s + tr("Rosette"));
     curve->setProperty(ZETLaserEntityProperties::sourceType, static_cast<int>(ZETLaserOptions::SourceRosette));
-    curve->SetName(ply->GetLabel() + u"-"_s + tr("Rosette"));
-    contour->AddCurve(curve);
     return curve;
 }
 

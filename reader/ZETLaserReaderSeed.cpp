@@ -82,10 +82,8 @@ void ZETLaserReaderComposites::ReadSeedCurve(QSharedPointer<ZETLaserContour> con
         AddWarning(tr("Could not get seed curve for %1").arg(ply->GetLabel()));
         return;
     }
-    const auto target = QSharedPointer<ZETLaserCurve>::create(contour);
+    const auto target = AddCurve(contour, ply->GetLabel() + u"-"_s + tr("Seedcurve"));
     target->setProperty(ZETLaserEntityProperties::sourceType, static_cast<int>(ZETLaserOptions::SourceSeedCurve));
-    target->SetName(ply->GetLabel() + u"-"_s + tr("Seedcurve"));
-    contour->AddCurve(target);
     ReadSurfacePoints(*target, *curve);
     target->SetClosed(curve->IsClosed());
 }

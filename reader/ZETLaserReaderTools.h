@@ -2,11 +2,15 @@
 
 #include "features/ZETLaserModelTree.h"
 
+#include "laser/ZETLaserContour.h"
+#include "laser/ZETLaserCurve.h"
+
 #include <ZETFeature/ZETFeatObject.h>
 #include <ZETSystem/ZETSysMessageQueue.h>
 #include <ZETTopology/ZETTopBody.h>
 
 #include <QList>
+#include <QSharedPointer>
 #include <QString>
 
 /*! Small steps that the files of the reader share. */
@@ -18,6 +22,15 @@ inline void AddWarning(const QString& text)
 {
     if (ZETSysMessageQueue* const queue = ZETSysMessageQueue::GetMessageQueue())
         queue->AddMessage(text, ZETSysMessageQueue::TypeWarning);
+}
+
+/*! A new curve of that name, at the end of \a contour. */
+inline QSharedPointer<ZETLaserCurve> AddCurve(const QSharedPointer<ZETLaserContour>& contour, const QString& name)
+{
+    auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
+    curve->SetName(name);
+    contour->AddCurve(curve);
+    return curve;
 }
 
 /*! The parent of the parent of \a feature, cast to class \a T. */
