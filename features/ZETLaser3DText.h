@@ -65,8 +65,9 @@ Q_SIGNALS:
     void SizeChanged(double size);
 
 protected:
-    /*! \a newRecord is the concrete class's own; the text owns it from now on. */
+    /*! \a newRecord is the concrete class's own; the text owns it from now on. \a parent must not be null. */
     ZETLaser3DText(std::unique_ptr<ZETLaser3DTextPrivate> newRecord, ZETFeatObject* parent);
+    /*! For loading: \a container may be null and \a reference invalid. */
     ZETLaser3DText(std::unique_ptr<ZETLaser3DTextPrivate> newRecord, ZETGeoContainer* container,
                    const ZETGeoGeometryRef& reference);
 

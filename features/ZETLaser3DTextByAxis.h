@@ -35,7 +35,8 @@ public:
     ZETWFAxisSystem* GetAxis() const;
     void SetAxis(ZETWFAxisSystem* axis);
 
-    /*! axis, behind the text's fields. */
+    /*! axis, behind the text's fields. Load throws ZETGeoGeometryNotFoundException if the axis isn't there, or is none.
+     */
     void Save(ZETGeoStream& stream) const override;
     void Load(ZETGeoStream& stream) override;
     /*! Fails without an axis. */

@@ -47,11 +47,14 @@ public:
     Q_INVOKABLE ZETLaser3DTextOnSupport(ZETGeoContainer* container, const ZETGeoGeometryRef& reference);
     ~ZETLaser3DTextOnSupport() override;
 
-    /*! The three features belong to the model. DEFAULT: null, which isn't valid */
+    /*! A single point: the text starts where it falls on the support. This and the next two features belong to the
+     *  model. DEFAULT: null, which isn't valid */
     ZETFeatGeometry* GetAnchorPoint() const;
     void SetAnchorPoint(ZETFeatGeometry* anchorPoint);
+    /*! A surface of one skin. DEFAULT: null, which isn't valid */
     ZETFeatGeometry* GetSupport() const;
     void SetSupport(ZETFeatGeometry* support);
+    /*! The curve along which the text runs. DEFAULT: null, which isn't valid */
     ZETFeatGeometry* GetDirection() const;
     void SetDirection(ZETFeatGeometry* direction);
 
@@ -63,7 +66,8 @@ public:
     void SetHorizontalMirror(bool isMirrored);
 
     /*! anchorpoint, support, direction, verticalMirror, horizontalMirror, plane, behind the text's fields. A stream of
-     *  version 1 has no plane, and leaves the text outdated. */
+     *  version 1 has no plane, and leaves the text outdated. Load throws ZETGeoGeometryNotFoundException if one of the
+     *  three features isn't there, or is no geometry. */
     void Save(ZETGeoStream& stream) const override;
     void Load(ZETGeoStream& stream) override;
     /*! Tests the inputs and works the plane out. Throws ZETSysException for an anchor point without a body. */

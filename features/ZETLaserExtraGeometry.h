@@ -35,13 +35,13 @@ class ZETLASER_EXPORT ZETLaserExtraGeometry : public ZETFeatFolder
     Q_PROPERTY(OutputFilters filters READ GetFilters WRITE SetFilters NOTIFY FiltersChanged)
 
 public:
-    /*! With which plies the content is projected, seen from where the folder stands. A stream may bring other values.
-     */
+    /*! With which plies the content is projected, seen from where the folder stands. A stream may bring other values,
+     *  which are for no ply. */
     enum ScopeType : int {
-        AllPlies = 0,
-        PliesBelow = 1, //!< those that come behind the folder
-        UntilNext = 2,  //!< those that come behind it, up to the next folder of this class
-        ParentOnly = 3  //!< the ply that the folder stands in
+        AllPlies = 0,   //!< every ply of the model, wherever the folder stands
+        PliesBelow = 1, //!< those that come behind it within its parent; below a ply, the sub-plies of that
+        UntilNext = 2,  //!< those that come behind it within its parent, up to the next folder of this scope there
+        ParentOnly = 3  //!< its parent if that is a ply, and all plies below its parent; none directly below the root
     };
     Q_ENUM(ScopeType)
 

@@ -50,7 +50,8 @@ public:
     QList<ZETLaserTarget*> GetTargets() const;
     void SetTargets(const QList<ZETLaserTarget*>& targets);
 
-    /*! comment, number of targets, targets, behind the base's fields. */
+    /*! comment, number of targets, targets, behind the base's fields. Load throws ZETGeoGeometryNotFoundException if a
+     *  target isn't there, or is none. */
     void Save(ZETGeoStream& stream) const override;
     void Load(ZETGeoStream& stream) override;
     /*! Fails without targets. */

@@ -61,7 +61,8 @@ public:
      *  there is none. */
     ZETMathPoint GetCoordinates() const;
 
-    /*! comment, isDrift, point, behind the base's fields. */
+    /*! comment, isDrift, point, behind the base's fields. Load throws ZETGeoGeometryNotFoundException if the point
+     * isn't there, or is no geometry. */
     void Save(ZETGeoStream& stream) const override;
     void Load(ZETGeoStream& stream) override;
     /*! Fails without a point. A point that isn't one is told, and doesn't fail. */

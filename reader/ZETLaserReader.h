@@ -13,7 +13,8 @@ public:
     /*! \a jobOptions isn't owned; \a rootGroup is shared with the caller. */
     ZETLaserReader(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> rootGroup);
 
-    /*! Fills the root group. True if it has a child afterwards; false, and nothing happens, without a model. */
+    /*! Fills the root group. True if it has a child afterwards; false, and nothing happens, without a model. What it
+     *  throws for a fault of the model ends the read; what was read until then stays. */
     virtual bool Read() = 0;
 
 protected:

@@ -22,19 +22,20 @@ public:
 
     /*! Laser output takes the 3D boundaries (true) or the flat patterns. DEFAULT: true */
     bool GetUse3D() const;
-    /*! DEFAULT: true */
+    /*! Points are written with the normal of the surface, by the makes that have a place for it. DEFAULT: true */
     bool GetIncludeNormalVectorsEnabled() const;
-    /*! DEFAULT: false */
+    /*! A ply that is made in pieces is left out, and its sub-plies stand for it. DEFAULT: false */
     bool GetSkipParentPlyWithSubPliesEnabled() const;
-    /*! DEFAULT: false */
+    /*! The rosette of a ply stands at its seed point, and not at the origin of the layup's axis system. DEFAULT: false
+     */
     bool GetSeedPointEnabled() const;
-    /*! DEFAULT: false */
+    /*! The seed curve of a ply is shown. DEFAULT: false */
     bool GetSeedCurveEnabled() const;
-    /*! DEFAULT: true */
+    /*! Laser output has the extra geometry of its plies, and their rosettes. DEFAULT: true */
     bool GetLaserDataExtraGeometryEnabled() const;
-    /*! DEFAULT: true */
+    /*! Nesting output has the extra geometry of its plies. DEFAULT: true */
     bool GetNestingDataExtraGeometryEnabled() const;
-    /*! DEFAULT: false */
+    /*! Nesting output has the rosettes of its plies. DEFAULT: false */
     bool GetNestingDataRosetteEnabled() const;
     /*! Length of the rosette's long arm in laser output, in mm. DEFAULT: 100.0 */
     double GetLaserDataRosetteSize() const;

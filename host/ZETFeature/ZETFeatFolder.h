@@ -13,6 +13,6 @@ public:
     Q_INVOKABLE ZETFeatFolder(ZETGeoContainer* container, const ZETGeoGeometryRef& reference);
     ~ZETFeatFolder() override;
 
-    /*! As for every feature; a folder below a folder also takes what that folder's own parent would take. */
+    /*! As for every feature; a folder below a folder also takes what the upper one takes. */
     bool IsChildAllowed(const QMetaObject* type) const override;
 };

@@ -19,8 +19,9 @@ class ZETFeatRoot;
  *
  *  A feature class describes itself by the class information of its meta-object: defaultLabel, inputProps, outputProps,
  *  visProps (property names, separated by one blank), contextualActions, editAction, allowedParents (class names,
- *  separated by one blank; empty puts no limit), version, and one PropertyLabel_ entry for each property. Each class of
- *  the tree answers with its own entry, and where it has none, with that of its nearest base that has one.
+ *  separated by one blank; empty puts no limit), version, and one PropertyLabel_ entry for each property. A class
+ *  answers with its own entry, and where it has none, with that of its nearest base that has one; but the inputs of a
+ *  class are those of its bases too, and its version is its own alone, 1 without one.
  *
  *  The container owns its features; a parent decides their order. The tree belongs to the thread that owns the model.
  */

@@ -34,7 +34,11 @@ public:
     }
 };
 
-/*! An ordered list of references to features of class \a T. An element may be null. */
+/*! An ordered list of references to features of class \a T. An element may be null.
+ *
+ *  Each change that isn't silent emits the change signal, and behind it that of the element that came or went, if there
+ *  is one; the latter also where the change is silent. Both throw ZETSysException if they can't be emitted; the change
+ *  stays. */
 template <typename T>
 class ZETFeatObjectListProperty : public ZETFeatObjectListPropertyBase
 {
@@ -86,7 +90,8 @@ public:
         EmitElement(addedSignal, object, added);
     }
 
-    /*! Removes the first item, in a bracket of its own; the item is deleted behind the bracket. */
+    /*! Removes the first item, of which there must be one, in a bracket of its own; it is deleted behind the bracket.
+     */
     void RemoveFirst(bool silent) { RemoveAt(0, silent); }
 
     /*! Removes all items from the front, in one bracket. Nothing happens for an empty list. */

@@ -44,7 +44,8 @@ public:
     /*! The feature as its class; null if there is none. */
     T* GetObject() const { return qobject_cast<T*>(GetPointedObject()); }
 
-    /*! Emits the change signal, with the pointer as its value, unless \a silent. */
+    /*! Emits the change signal, with the pointer as its value, unless \a silent. Throws ZETSysException if that can't
+     *  be done; the new reference stays. */
     void EndModify(bool silent) override
     {
         ZETFeatPropertyBase::EndModify(silent);
@@ -52,7 +53,8 @@ public:
             ZETFeatPropertySignal::EmitChanged<T*>(GetFeature(), GetPropertyIndex());
     }
 
-    /*! Refers to \a object from now on. False, and nothing happens, if it does so already. */
+    /*! Refers to \a object, which may be null, from now on; throws what EndModify throws. False, and nothing happens,
+     *  if it does so already. */
     virtual bool SetObject(T* object, bool silent)
     {
         if (GetPointedObject() == object)

@@ -60,7 +60,7 @@ public:
     const T& GetValue() const { return value; }
     bool IsInitialised() const { return initialised; }
 
-    /*! Emits the change signal unless \a silent. */
+    /*! Emits the change signal unless \a silent. Throws ZETSysException if that can't be done; the new value stays. */
     void EndModify(bool silent) override
     {
         ZETFeatPropertyBase::EndModify(silent);
@@ -76,8 +76,8 @@ public:
             value = saved.value<T>();
     }
 
-    /*! Stores \a newValue between BeginModify and EndModify(silent). False, and nothing happens, if it is the value
-     *  already. */
+    /*! Stores \a newValue between BeginModify and EndModify(silent), and throws what that throws. False, and nothing
+     *  happens, if it is the value already. */
     virtual bool SetValue(const T& newValue, bool silent)
     {
         if (newValue == value)

@@ -12,6 +12,7 @@ class ZETHOST_EXPORT ZETTopEdge : public ZETTopEntity
 public:
     ~ZETTopEdge() override;
 
-    /*! The edge's curve, owned by the body. Its sense is the edge's own, whichever way a net runs through the edge. */
+    /*! The edge's curve, owned by the body and never null in a valid one. Its sense is the edge's own, whichever way a
+     * net runs through the edge. */
     virtual const ZETGeoComboCurve* GetCurve() const = 0;
 };

@@ -12,6 +12,6 @@ class ZETHOST_EXPORT ZETTopFace : public ZETTopEntity
 public:
     ~ZETTopFace() override;
 
-    /*! The face's surface, owned by the body. */
+    /*! The face's surface, owned by the body and never null in a valid one. */
     virtual const ZETGeoSurface* GetSurface() const = 0;
 };

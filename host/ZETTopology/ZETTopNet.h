@@ -14,7 +14,7 @@ public:
 
     virtual bool IsClosed() const = 0;
     virtual int GetNumEdges() const = 0;
-    /*! Edge \a position of the chain, from 0. */
+    /*! Edge \a position of the chain, from 0; null for a position outside of it. */
     virtual const ZETTopEdge* GetEdge(int position) const = 0;
 
     /*! The position of \a edge in the chain; -1 if it isn't part of it. */
