@@ -159,6 +159,26 @@ Points DrawNearAnchor(Draw& draw)
     return points;
 }
 
+// A knot about as large as the tolerance, and a long run, to both sides, in a direction of its own: what the knot asks
+// for leans far away from the run, and at its end the tolerance may drown in rounding.
+Points DrawKnotAndRun(Draw& draw)
+{
+    const double size = draw.Power(-14.0, -2.0);
+    const double length = draw.Power(1.0, 3.0);
+    Points points;
+    Append(points, 0.0, 0.0);
+    for (int count = draw.Integer(1, 8); count > 0; --count) {
+        const double angle = draw.Real(0.0, 6.283185307179586);
+        const double radius = size * draw.Real(0.5, 1.5);
+        Append(points, radius * std::cos(angle), radius * std::sin(angle));
+    }
+    for (int count = draw.Integer(10, 60); count > 0; --count) {
+        const double x = length * (draw.Chance(0.9) ? draw.Real(0.01, 1.0) : -draw.Real(0.01, 1.0));
+        Append(points, x, x / length * size * draw.Power(-2.0, 0.5) * draw.Real(-1.0, 1.0));
+    }
+    return points;
+}
+
 Points DrawRectangle(Draw& draw)
 {
     Points points;
@@ -299,6 +319,7 @@ void TestLaserThinning::randomCurvesKeepThePointsOfThePlainPass_data()
     QTest::newRow("grid") << Generator(&DrawGrid) << 10000;
     QTest::newRow("back and forth") << Generator(&DrawBackAndForth) << 5000;
     QTest::newRow("near the anchor") << Generator(&DrawNearAnchor) << 5000;
+    QTest::newRow("knot and run") << Generator(&DrawKnotAndRun) << 20000;
     QTest::newRow("rectangle") << Generator(&DrawRectangle) << 3000;
     QTest::newRow("far away") << Generator(&DrawFarAway) << 3000;
     QTest::newRow("any scale") << Generator(&DrawAnyScale) << 5000;
