@@ -14,6 +14,7 @@
 #include "tests/support/TestDxf.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
+#include "tests/support/TestTranslator.h"
 #include "tests/support/ZETTestModel.h"
 
 #include <ZETComposites/ZETCompFlatPoint.h>
@@ -24,8 +25,6 @@
 
 #include <QDir>
 #include <QFileInfo>
-#include <QScopeGuard>
-#include <QTranslator>
 #include <QtTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -131,17 +130,6 @@ void AddPlyGroup(TestJob& job, ZETCompPly* ply)
     group->setProperty("ZETCompPly", QVariant::fromValue(ply));
     job.GetTree()->AddGroup(group);
 }
-
-/*! A translator that puts its own mark on the texts of the writer. */
-class MarkingTranslator : public QTranslator
-{
-public:
-    bool isEmpty() const override { return false; }
-    QString translate(const char* context, const char* text, const char*, int) const override
-    {
-        return qstrcmp(context, "ZETLaserWriterDXF") == 0 ? u"* "_s + QString::fromUtf8(text) : QString();
-    }
-};
 } // namespace
 
 class TestWriterDXF : public QObject
@@ -1051,9 +1039,7 @@ void TestWriterDXF::exceptionLeavesWhatWasWrittenAndTheCLocale()
 
 void TestWriterDXF::textsAreTranslated()
 {
-    MarkingTranslator translator;
-    QVERIFY(QCoreApplication::installTranslator(&translator));
-    const auto remove = qScopeGuard([&] { QCoreApplication::removeTranslator(&translator); });
+    const TestTranslator translator("ZETLaserWriterDXF");
     TestJob perPly(twoPlies + u"filemode ply shapename one"_s);
     Write(perPly);
     TestJob single(twoPlies + u"filemode single"_s);
