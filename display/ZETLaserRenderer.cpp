@@ -264,7 +264,7 @@ void ZETLaserRenderer::RenderText(QSharedPointer<ZETLaserTextEntity> entity, QSh
     AddRepresentations(owner, GetSourceType(*entity), {new ZETVisRepGraphics(primitives, visOptions)});
 }
 
-ZETLaserGroup* ZETLaserRenderer::FindOwnerGroup(QPointer<ZETLaserEntity> entity)
+ZETLaserGroup* ZETLaserRenderer::FindOwnerGroup(const QPointer<ZETLaserEntity>& entity)
 {
     for (ZETLaserEntity* at = entity; at; at = qobject_cast<ZETLaserEntity*>(at->parent())) {
         auto* group = qobject_cast<ZETLaserGroup*>(at);
@@ -274,7 +274,7 @@ ZETLaserGroup* ZETLaserRenderer::FindOwnerGroup(QPointer<ZETLaserEntity> entity)
     return nullptr;
 }
 
-void ZETLaserRenderer::AddRepresentations(QPointer<ZETLaserGroup> group, int type, Reps reps)
+void ZETLaserRenderer::AddRepresentations(const QPointer<ZETLaserGroup>& group, int type, const Reps& reps)
 {
     workingMap[group][type] += reps;
 }

@@ -51,8 +51,8 @@ private:
     /*! The macros of the text are evaluated for the ply of \a group. */
     void RenderText(QSharedPointer<ZETLaserTextEntity> entity, QSharedPointer<ZETLaserGroup> group);
     /*! The nearest group of a ply or sub-ply, \a entity itself included; null if there is none. */
-    static ZETLaserGroup* FindOwnerGroup(QPointer<ZETLaserEntity> entity);
-    void AddRepresentations(QPointer<ZETLaserGroup> group, int type, Reps reps);
+    static ZETLaserGroup* FindOwnerGroup(const QPointer<ZETLaserEntity>& entity);
+    void AddRepresentations(const QPointer<ZETLaserGroup>& group, int type, const Reps& reps);
     /*! Makes the display objects of one group out of its representations, by source type. */
     void AddVisObjects(ZETFeatObject* feature, const QMap<int, Reps>& repsByType);
 

@@ -184,7 +184,7 @@ bool ZETLaserParameterProvider::ValidateLaserParameterText(const QString& text) 
 }
 
 QList<QString> ZETLaserParameterProvider::EvaluateShapeName(const ZETCompMfgConfiguration* configuration,
-                                                            QString text) const
+                                                            const QString& text) const
 {
     if (!ValidateLaserParameterText(text))
         return {tr("The text is invalid")};
@@ -266,7 +266,7 @@ ZETLaserParameterProvider::GetEvaluatingFlatContours(const ZETCompMfgConfigurati
 }
 
 QMap<QString, int> ZETLaserParameterProvider::EvaluateDuplicateShapeName(const ZETCompMfgConfiguration* configuration,
-                                                                         QString text) const
+                                                                         const QString& text) const
 {
     QMap<QString, int> counts;
     const QList<ZETCompPlyBase*> plies = GetEvaluatingPlies(configuration);
@@ -279,7 +279,8 @@ QMap<QString, int> ZETLaserParameterProvider::EvaluateDuplicateShapeName(const Z
 }
 
 QList<ZETCompPlyBase*>
-ZETLaserParameterProvider::EvaluateEmptyShapeNamePlies(const ZETCompMfgConfiguration* configuration, QString text) const
+ZETLaserParameterProvider::EvaluateEmptyShapeNamePlies(const ZETCompMfgConfiguration* configuration,
+                                                       const QString& text) const
 {
     QList<ZETCompPlyBase*> plies = GetEvaluatingPlies(configuration);
     plies.removeIf([&](const ZETCompPlyBase* ply) { return !EvaluateParameterText(ply, text).isEmpty(); });

@@ -46,7 +46,7 @@ public:
     bool ValidateLaserParameterText(const QString& text) const;
 
     /*! What is wrong with \a text as a pattern of shape names, as translated messages; empty if it can be used. */
-    QList<QString> EvaluateShapeName(const ZETCompMfgConfiguration* configuration, QString text) const;
+    QList<QString> EvaluateShapeName(const ZETCompMfgConfiguration* configuration, const QString& text) const;
     /*! The plies over which a shape name is evaluated: sub-plies stand for their parents, and all have a flat pattern.
      */
     QList<ZETCompPlyBase*> GetEvaluatingPlies(const ZETCompMfgConfiguration* configuration) const;
@@ -60,10 +60,11 @@ private:
     friend class TestLaserParameterProvider;
 
     /*! Each non-empty evaluated name with the number of its occurrences, once included. */
-    QMap<QString, int> EvaluateDuplicateShapeName(const ZETCompMfgConfiguration* configuration, QString text) const;
+    QMap<QString, int> EvaluateDuplicateShapeName(const ZETCompMfgConfiguration* configuration,
+                                                  const QString& text) const;
     /*! The plies for which \a text evaluates to nothing. */
     QList<ZETCompPlyBase*> EvaluateEmptyShapeNamePlies(const ZETCompMfgConfiguration* configuration,
-                                                       QString text) const;
+                                                       const QString& text) const;
     /*! The bare names of the macros of \a text in order, with duplicates. */
     QList<QString> GetParametersFromText(const QString& text) const;
 

@@ -138,10 +138,10 @@ public:
     void SetActiveConfiguration(const ZETCompMfgConfiguration* configuration);
     /*! The axis system that the written coordinates refer to; null for that of the model. DEFAULT: null */
     QPointer<const ZETFeatObject> GetAxisSystem() const { return axisSystem; }
-    void SetAxisSystem(QPointer<const ZETFeatObject> system) { axisSystem = system; }
+    void SetAxisSystem(QPointer<const ZETFeatObject> system) { axisSystem = std::move(system); }
     /*! The scene that the laser data is displayed in. DEFAULT: null */
     QPointer<ZETVisEnvironment> GetEnvironment() const { return environment; }
-    void SetEnvironment(QPointer<ZETVisEnvironment> scene) { environment = scene; }
+    void SetEnvironment(QPointer<ZETVisEnvironment> scene) { environment = std::move(scene); }
 
     // ---- The selection ----
 

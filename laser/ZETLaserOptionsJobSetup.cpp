@@ -83,7 +83,7 @@ QList<const Object*> Reselect(const QList<Candidate*>& objects, const QList<cons
 
 void ZETLaserOptions::SetCompRoot(QPointer<ZETCompRoot> root)
 {
-    compRoot = root;
+    compRoot = std::move(root);
     // Meant: the configuration's defaults are not pulled here. A client that wants them calls SetActiveConfiguration.
     activeConfiguration = compRoot ? compRoot->GetActiveMfgConfiguration() : nullptr;
 }

@@ -78,7 +78,7 @@ std::unique_ptr<ZETFeatVisObject> ZETOpenScene::CreateVisObject(const ZETFeatEnv
         throw ZETSysException(
             u"The class %1 can't be made as a display object: it has no invokable constructor "
             "(const ZETFeatEnvironment*, ZETFeatObject*)."_s.arg(QLatin1StringView(type->className())));
-    object.release();
+    static_cast<void>(object.release()); // visObject is the same object
     return std::unique_ptr<ZETFeatVisObject>(visObject);
 }
 
