@@ -15,7 +15,7 @@ struct TestOutput {
 };
 
 /*! Writes \a job with the writer of its file type into \a partFile in the working folder, and reads what came of it.
- *  \a targetsFile is where the format puts the targets; it is removed ahead of the writing. */
+ *  \a targetsFile is where the format puts the targets. All three are removed ahead of the writing. */
 TestOutput WriteOutput(TestJob& job, const QString& partFile, const QString& targetsFile = QString());
 TestOutput WriteOutput(const QString& jobText, const QString& partFile, const QString& targetsFile = QString());
 
