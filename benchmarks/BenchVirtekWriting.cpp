@@ -3,67 +3,28 @@
 // write them.
 
 #include "benchmarks/BenchRatios.h"
+#include "benchmarks/BenchWritingJob.h"
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
 #include "laser/ZETLaserGroup.h"
-#include "laser/ZETLaserOptions.h"
-#include "writers/ZETLaserWriterVirtek.h"
+#include "laser/ZETLaserPoint.h"
 
 #include <QFile>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
-#include <cmath>
 #include <string>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-constexpr QIODevice::OpenMode fileMode = QIODevice::WriteOnly | QIODevice::Text;
-
-/*! A group of closed curves on a bowl some metres wide. */
-QSharedPointer<ZETLaserGroup> MakeTree(int pointCount, bool normals)
-{
-    constexpr int pointsInCurve = 1000;
-    const auto root = QSharedPointer<ZETLaserGroup>::create(QSharedPointer<QObject>());
-    const auto leaf = QSharedPointer<ZETLaserGroup>::create(root);
-    leaf->SetName(u"P1"_s);
-    root->AddGroup(leaf);
-    const auto contour = QSharedPointer<ZETLaserContour>::create(leaf);
-    leaf->AddContour(contour);
-    for (int first = 0; first < pointCount; first += pointsInCurve) {
-        const auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
-        curve->GetPoints().reserve(pointsInCurve);
-        for (int i = 0; i < pointsInCurve; ++i) {
-            const double angle = 6.283185307 * i / pointsInCurve;
-            const double radius = 100.0 + 0.005 * first;
-            const ZETMathPoint point(radius * std::cos(angle), radius * std::sin(angle), 0.0001 * radius * radius);
-            const ZETMathVector normal(0.6 * std::cos(angle), 0.6 * std::sin(angle), 0.8);
-            curve->GetPoints().emplaceBack(point, normals ? normal : ZETMathVector());
-        }
-        contour->AddCurve(curve);
-    }
-    return root;
-}
-
-void WriteInBlocks(const QByteArray& bytes, const QString& name)
-{
-    constexpr qsizetype blockSize = 1024 * 1024;
-    QFile file(name);
-    file.open(fileMode);
-    for (qsizetype begin = 0; begin < bytes.size(); begin += blockSize)
-        file.write(bytes.constData() + begin, std::min(blockSize, bytes.size() - begin));
-}
-
 void WriteThroughTextStream(const ZETLaserGroup& root, const QString& name)
 {
     const auto number = [](double value) { return QString::number(value, 'f', 6); };
     QFile file(name);
-    file.open(fileMode);
+    file.open(BenchWritingJob::fileMode);
     QTextStream stream(&file);
     const auto leaf = root.GetChildren().first().staticCast<ZETLaserGroup>();
     const auto contour = leaf->GetChildren().first().staticCast<ZETLaserContour>();
@@ -87,63 +48,27 @@ void WriteThroughTextStream(const ZETLaserGroup& root, const QString& name)
     stream << "EOD" << Qt::endl;
 }
 
-QByteArray ReadBytes(const QString& name)
-{
-    QFile file(name);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
-
-/*! One job: its tree, a folder for its files, and the bytes of its part file. */
-class Job
-{
-public:
-    explicit Job(const benchmark::State& state)
-        : pointCount(int(state.range(0)))
-        , tree(MakeTree(pointCount, state.range(1) != 0))
-    {
-        options.SetFileType(ZETLaserOptions::FileVirtek);
-        options.SetFileName(folder.filePath(u"part.ply"_s));
-        ZETLaserWriterVirtek(&options, tree).Write();
-        bytes = ReadBytes(options.GetFileName());
-    }
-
-    void SetCounters(benchmark::State& state) const
-    {
-        state.SetItemsProcessed(state.iterations() * pointCount);
-        state.SetBytesProcessed(state.iterations() * bytes.size());
-        if (ReadBytes(options.GetFileName()) != bytes)
-            state.SkipWithError("the ways to write don't give the same bytes");
-    }
-
-    int pointCount;
-    QSharedPointer<ZETLaserGroup> tree;
-    QTemporaryDir folder{u"bench-virtek-XXXXXX"_s};
-    ZETLaserOptions options;
-    QByteArray bytes;
-};
-
 void VirtekWriting(benchmark::State& state)
 {
-    Job job(state);
+    BenchWritingJob job(state, ZETLaserOptions::FileVirtek);
     for (auto _ : state)
-        ZETLaserWriterVirtek(&job.options, job.tree).Write();
+        job.Write();
     job.SetCounters(state);
 }
 
 void LargeBlocks(benchmark::State& state)
 {
-    Job job(state);
+    const BenchWritingJob job(state, ZETLaserOptions::FileVirtek);
     for (auto _ : state)
-        WriteInBlocks(job.bytes, job.options.GetFileName());
+        job.WriteInBlocks();
     job.SetCounters(state);
 }
 
 void TextStreamLines(benchmark::State& state)
 {
-    Job job(state);
+    const BenchWritingJob job(state, ZETLaserOptions::FileVirtek);
     for (auto _ : state)
-        WriteThroughTextStream(*job.tree, job.options.GetFileName());
+        WriteThroughTextStream(job.GetTree(), job.GetFileName());
     job.SetCounters(state);
 }
 
