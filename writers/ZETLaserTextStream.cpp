@@ -7,6 +7,7 @@
 #include <QStringConverter>
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 
 namespace
@@ -93,6 +94,7 @@ void ZETLaserTextStream::Append(const ZETLaserNumbers& numbers)
 
 void ZETLaserTextStream::AppendInteger(qint64 number)
 {
-    const QByteArray text = QByteArray::number(number);
-    AppendBytes(text.constData(), text.size());
+    constexpr qsizetype room = 20; // of the longest, sign included
+    char* at = MakeRoom(room);
+    used += std::to_chars(at, at + room, number).ptr - at;
 }

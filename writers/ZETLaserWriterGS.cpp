@@ -206,7 +206,7 @@ void ZETLaserWriterGS::WriteCurve(const ZETLaserCurve& curve)
 {
     WriteFrame("CURVE START"_L1, curve.GetName());
     WriteCurveHead(curve);
-    pointStart = u"N%1-%2-01G01X"_s.arg(GetPlyNumberText(), Padded(curveLaser, 2));
+    pointStart = u"N%1-%2-01G01X"_s.arg(GetPlyNumberText(), Padded(curveLaser, 2)).toLatin1();
     const auto& points = curve.GetPoints();
     for (const auto& point : points)
         WritePoint(point);
@@ -228,7 +228,8 @@ void ZETLaserWriterGS::WriteCurveHead(const ZETLaserCurve& curve)
 void ZETLaserWriterGS::WritePoint(const ZETLaserPoint& point)
 {
     const auto place = GetOutputPoint(point);
-    stream.Write(pointStart, Number(place.GetX()), 'Y', Number(place.GetY()), 'Z', Number(place.GetZ()));
+    stream.Write(QLatin1StringView(pointStart), Number(place.GetX()), 'Y', Number(place.GetY()), 'Z',
+                 Number(place.GetZ()));
     if (options->GetIncludeNormalVectors()) {
         // Meant: a point without a normal shows zeros.
         const auto normal = GetOutputNormal(point);

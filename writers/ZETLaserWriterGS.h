@@ -58,5 +58,5 @@ private:
     QString plyName;                 //!< label of the current ply, with the sub-ply behind it
     QString subPlyName;              //!< label of the current sub-ply
     const ZETCompPly* ply = nullptr; //!< the current ply, or that of the current sub-ply; may be null
-    QString pointStart;              //!< how the point lines of the current curve begin
+    QByteArray pointStart;           //!< how the point lines of the current curve begin
 };

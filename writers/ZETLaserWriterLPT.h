@@ -47,7 +47,7 @@ private:
 
     QXmlStreamWriter xmlWriter; //!< on file
     int depth = 0;              //!< open elements of the part file
-    QByteArray pointIndent;     //!< ahead of the points of the curve in hand
+    QByteArray pointStart;      //!< how the lines of the points of the curve in hand begin
     int pointNumber = 0;        //!< of POINT and TARGET elements, from 1 in each curve and each projector
     int textNumber = 0;         //!< of TEXT elements, from 1 through the whole job
 };
