@@ -32,7 +32,7 @@ QString Translate(const char* text)
 /*! \a text as a part of a file name. */
 QString ForFileName(QString text)
 {
-    static const QRegularExpression odd(u"[^\\w.-]+"_s, QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression odd(u"[^\\w.+-]+"_s, QRegularExpression::UseUnicodePropertiesOption);
     return text.replace(odd, u"_"_s).left(60);
 }
 

@@ -39,9 +39,9 @@ QSize ParseSize(const QString& text)
     const QRegularExpressionMatch match = form.match(text);
     const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
     const QSize least(200, 200);
-    const QSize most(20000, 20000);
+    const QSize most(10000, 10000);
     if (size.expandedTo(least) != size || size.boundedTo(most) != size)
-        FailValue(u"--size"_s, Translate("a size such as 1600x1000, from 200 to 20000 pixels"), text);
+        FailValue(u"--size"_s, Translate("a size such as 1600x1000, from 200 to 10000 pixels"), text);
     return size;
 }
 

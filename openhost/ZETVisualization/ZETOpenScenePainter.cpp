@@ -96,7 +96,7 @@ private:
             return;
         xml.writeStartElement(u"g"_s);
         xml.writeAttribute(u"class"_s, u"surfaces"_s);
-        xml.writeAttribute(u"stroke-width"_s, u"0.7"_s); // closes the seams that smoothed edges leave
+        xml.writeAttribute(u"stroke-width"_s, u"1"_s); // closes the seams that smoothed edges leave
         for (qsizetype i = 0; i < drawing.facets.size();) {
             const QString color = drawing.facets[i].color.name();
             QString path; // neighbours of one shade are one path

@@ -28,7 +28,7 @@ def find_chromium():
 class Browser:
     """One page at a time. Remembers what the page wrote to its console, and the requests that it made."""
 
-    def __init__(self, folder, timeout=60):
+    def __init__(self, folder, *more_flags, timeout=60):
         self.timeout = timeout
         self.console = []
         self.requests = []
@@ -39,7 +39,7 @@ class Browser:
         self.answer_read, answer_write = os.pipe()
         self.profile = tempfile.mkdtemp(dir=folder)
         self.log = open(os.path.join(folder, "chromium.log"), "wb")
-        arguments = [find_chromium(), *FLAGS, "--user-data-dir=" + self.profile, "about:blank"]
+        arguments = [find_chromium(), *FLAGS, *more_flags, "--user-data-dir=" + self.profile, "about:blank"]
         script = f'exec "$@" 3<&{command_read} 4>&{answer_write}'
         self.process = subprocess.Popen(["bash", "-c", script, "bash", *arguments], stdin=subprocess.DEVNULL,
                                         stdout=self.log, stderr=self.log, start_new_session=True,

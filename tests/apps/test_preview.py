@@ -307,6 +307,14 @@ class Page(PreviewTest):
             "[...document.querySelectorAll('#targets span')].map((mark) => mark.textContent)"))
         self.assert_quiet()
 
+    def test_a_browser_without_3d_graphics_says_so(self):
+        self.preview(PANEL, "--formats", "html")
+        with Browser(self.folder, "--disable-3d-apis") as browser:
+            browser.open(self.folder / "part.html")
+            problem = browser.evaluate("document.getElementById('problem').innerText")
+            self.assertEqual(problem, "This browser can't show 3D graphics (WebGL).")
+            self.assertNotEqual(browser.console, [])  # and what failed is in the console
+
 
 if __name__ == "__main__":
     unittest.main(argv=[sys.argv[0], *sys.argv[3:]], verbosity=2)

@@ -134,7 +134,7 @@ class Scene {
     const toEye = new THREE.Vector3(...side.toEye);
     const getDistance = (up) => {
       const right = up.clone().cross(toEye);
-      return 1.15 * Math.max(reach(up) / slope, reach(right) / slope / this.camera.aspect, 1) + reach(toEye);
+      return 1.12 * Math.max(reach(up) / slope, reach(right) / slope / this.camera.aspect, 1) + reach(toEye);
     };
     let up = this.camera.up.clone().addScaledVector(toEye, -this.camera.up.dot(toEye)); // as the controls will have it
     if (up.length() < 1e-3) { // from above or below: upright, or turned clockwise if that fills the window better
