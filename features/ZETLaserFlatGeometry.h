@@ -8,5 +8,5 @@ class ZETMathPoint;
 
 /*! The seed point of the pattern's strategy, as it lies in the flat pattern: the first flat point of the pattern whose
  *  source is that seed point. A strategy without a seed point matches a flat point without a source. False, and \a
- * point stays as it was, if there is none or if it has no vertex. \a flatPattern may be null. */
+ *  point stays as it was, if there is none or if it has no vertex. \a flatPattern may be null. */
 bool GetFlattenedSeedPoint(ZETCompFlatPattern* flatPattern, ZETMathPoint& point);

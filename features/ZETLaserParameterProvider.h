@@ -23,7 +23,7 @@ class ZETFeatContainer;
  *
  *  A value: it holds a table of those extra parameters and nothing else. Model objects that it returns belong to the
  *  model. Where it says "bare name", the name stands without percent signs. It reports nothing; what is wrong comes
- * back as a result. */
+ *  back as a result. */
 class ZETLASER_EXPORT ZETLaserParameterProvider
 {
     Q_DECLARE_TR_FUNCTIONS(ZETLaserParameterProvider)

@@ -38,7 +38,7 @@ class ZETVisEnvironment;
  *  It reports nothing and it is used from one thread.
  *
  *  ZETLaserOptions.cpp holds the strings and the driver, ZETLaserOptionsJobSetup.cpp all that takes from the model:
- * root, configuration, plies, projectors. The accessors of plain values are here. */
+ *  root, configuration, plies, projectors. The accessors of plain values are here. */
 class ZETLASER_EXPORT ZETLaserOptions
 {
     Q_DECLARE_TR_FUNCTIONS(ZETLaserOptions)

@@ -18,7 +18,7 @@ class ZETVisVirtualObject;
 
 /*! The driver of one laser job, with four independent steps: read the model into a tree of laser entities, thin the
  *  points of the tree, write the tree to a file, show it in the scene. It has no policy of its own: a client gets it
- * from ZETLaserOptions::GetLaserProcesses and calls the steps that it wants, in the order read, process, then write or
+ *  from ZETLaserOptions::GetLaserProcesses and calls the steps that it wants, in the order read, process, then write or
  *  display. A step on an empty tree works and gives its empty result.
  *
  *  The options are read live at each step, but for the file type and the nest flags, which the constructor looks at. It

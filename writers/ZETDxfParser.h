@@ -15,8 +15,8 @@ class ZETMathSetOfPoints;
  *
  *  Numbers are written as they are given; the unit is what WriteStartSection() was told. Texts are UTF-8 where that is
  *  the platform's 8-bit encoding, without a code page in the file. The layer table declares layer 0 alone: entities go
- * on other layers by number, and the receiving program makes those itself. The extents in the head are constants,
- * whatever the geometry is. */
+ *  on other layers by number, and the receiving program makes those itself. The extents in the head are constants,
+ *  whatever the geometry is. */
 class ZETLASER_EXPORT ZETDxfParser
 {
 public:

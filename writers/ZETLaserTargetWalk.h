@@ -12,12 +12,12 @@ struct ZETLaserTargetCounts {
 };
 
 /*! The walk over the targets of a job: projector by projector or, in a job without projectors, all \a targets as those
- * of one.
+ *  of one.
  *
  *  For each projector it calls beginProjector(projector, count), with the projector's index and the count of its
- * targets, and for each of the targets writeTarget(target, index, projector), with the indices in both lists. Indices
- * are from 0. Null entries of either list are passed over, and use up their index. Behind the targets of each projector
- * it calls endProjector(projector). */
+ *  targets, and for each of the targets writeTarget(target, index, projector), with the indices in both lists. Indices
+ *  are from 0. Null entries of either list are passed over, and use up their index. Behind the targets of each
+ *  projector it calls endProjector(projector). */
 template <typename BeginProjector, typename WriteTarget, typename EndProjector = void (*)(int)>
 ZETLaserTargetCounts WalkTargets(
     const QList<ZETLaserTarget*>& targets, const QList<const ZETLaserProjector*>& projectors,

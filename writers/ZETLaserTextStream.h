@@ -34,10 +34,10 @@ struct ZETLaserNumbers {
 /*! Buffered text sink on a device, for the lines of a format.
  *
  *  It writes the bytes that a QTextStream with its default settings writes: UTF-8 without a byte order mark, and '\n'
- * at the end of a line, which a device in text mode turns into the platform's line end. What it doesn't do is flush at
- * the end of each line, because that costs more than all the rest of a large file. Bytes reach the device when the
- * buffer is full, on Flush(), when another device is set, and when the stream is destroyed; whoever shares the device
- * with another writer calls Flush() before that writer's turn.
+ *  at the end of a line, which a device in text mode turns into the platform's line end. What it doesn't do is flush at
+ *  the end of each line, because that costs more than all the rest of a large file. Bytes reach the device when the
+ *  buffer is full, on Flush(), when another device is set, and when the stream is destroyed; whoever shares the device
+ *  with another writer calls Flush() before that writer's turn.
  *
  *  Without a device, and with one that isn't open for writing, everything is dropped in silence.
  *  The device isn't owned, and must outlive the stream or be taken out of it with SetDevice(nullptr). */

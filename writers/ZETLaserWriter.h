@@ -32,15 +32,15 @@ struct ZETLaserTargetCounts;
 /*! Abstract base of the output writers: what one job needs whatever its format is.
  *
  *  A writer lives for one job. It is made from the job's options and the root of the laser tree, Write() is called
- * once, and it is destroyed. The options aren't owned and must outlive the writer; the tree is shared with the
- * pipeline, and only read. Model objects that the options and the tree point to belong to the host.
+ *  once, and it is destroyed. The options aren't owned and must outlive the writer; the tree is shared with the
+ *  pipeline, and only read. Model objects that the options and the tree point to belong to the host.
  *
  *  The tree is in millimetres and model coordinates. What is written is in outputAxis, lengths times unitScale.
  *
  *  A concrete writer is final, brings the words of its format, and keeps to this order in Write(): OpenFiles,
  *  WriteReportHeader, AddWrittenMessage, the format's text with its targets, WriteReportFooter, CloseFiles. The walk
- * over the tree that most of them share is in ZETLaserTreeWalk.h. The report's head and foot are in ZETLaserReport.cpp,
- * all else is in ZETLaserWriter.cpp.
+ *  over the tree that most of them share is in ZETLaserTreeWalk.h. The report's head and foot are in
+ *  ZETLaserReport.cpp, all else is in ZETLaserWriter.cpp.
  *
  *  Nobody deletes through this class: the pipeline's shared pointer is made with the concrete type. */
 class ZETLaserWriter

@@ -6,7 +6,7 @@ class ZETLaserContour;
 class ZETLaserCurve;
 
 /*! Writes a job as a LAP Laser projection file (.lpd) and, if the model has targets, a calibration file (.cal) beside
- * it.
+ *  it.
  *
  *  A drawing holds layers, contours are its groups and curves its entities; plies have no record of their own. Names
  *  stand in double quotes, as they are. Texts don't exist in this format, and of the parameters only Literal ones do.

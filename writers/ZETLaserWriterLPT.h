@@ -12,8 +12,8 @@ class ZETLaserCurve;
  *
  *  In the part file PLY elements, nested, hold SUBPLY elements, one for each curve, and these POINT elements; TEXT,
  *  INSTRUCTIONS and NOTES stand beside them. The files have no XML declaration. Elements go through the XML writer,
- * with two exceptions that go straight to the file: the points, because a large job has little else, and the lines of
- * Literal parameters, which are the user's own XML. */
+ *  with two exceptions that go straight to the file: the points, because a large job has little else, and the lines of
+ *  Literal parameters, which are the user's own XML. */
 class ZETLaserWriterLPT final : public ZETLaserWriter
 {
 public:
