@@ -360,7 +360,7 @@ void TestReaderSeed::structuralFaultsEndTheRead_data()
     QTest::addColumn<Fault>("fault");
     QTest::addColumn<int>("rosette");
     QTest::addColumn<QString>("text");
-    const auto row = [](const char* name, int rosette, const char* text, Fault fault) {
+    const auto row = [](const char* name, int rosette, const char* text, const Fault& fault) {
         QTest::newRow(name) << fault << rosette << QString::fromLatin1(text);
     };
     row("no seed point", 1, "strategy does not have a seed point",
