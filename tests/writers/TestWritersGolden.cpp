@@ -28,6 +28,7 @@ void TestWritersGolden::jobsGiveTheExpectedFiles_data()
             QTest::addRow("%s/%s", qPrintable(format), qPrintable(name)) << format << name << partFile;
     };
     addFormat(u"virtek"_s, u"part.ply"_s);
+    addFormat(u"dxf"_s, u"part.DXF"_s);
     addFormat(u"lap"_s, u"part.lpd"_s);
     addFormat(u"assembly-guidance"_s, u"part.PRT"_s);
     addFormat(u"lpt"_s, u"part.XML"_s);
