@@ -517,6 +517,22 @@ class Blade(JobTest):
                     "extents: DXF has constants for them, so a viewer may need \"zoom all\" to show the drawing\n")
         self.assertEqual(self.names(), ["b.dxf-report.htm", "b__P003.dxf", "b__P029P029-1.dxf"])
 
+    def test_ezdxf_reads_all_that_dxf_is_written_for(self):
+        nesting = ["--output-type", "nesting", "--dxf-file-mode"]
+        for name, options in {"laser": [], "part": [*nesting, "single"], "material": [*nesting, "per-material"],
+                              "ply": [*nesting, "per-ply"], "inch": [*nesting, "per-ply", "--units", "in"]}.items():
+            self.expect(self.run_tool(BLADE, "--type", "dxf", "--output", f"{name}.dxf", *options), 0)
+        names = [name for name in self.names() if name.endswith(".dxf")]
+        for kind in ("laser.dxf", "part.dxf", "material__Core.dxf", "ply__", "inch__"):
+            self.assertTrue(any(name.startswith(kind) for name in names), kind)
+        # The packages of the system belong to its own interpreter, and another one may come first in the path.
+        python = next(path for path in ("/usr/bin/python3", sys.executable) if os.path.exists(path))
+        reader = subprocess.run([python, "-B", SOURCE / "tests" / "writers" / "read_dxf.py", self.folder],
+                                capture_output=True, text=True, timeout=100, check=False)
+        if reader.returncode == 77:
+            self.skipTest(reader.stdout.strip())
+        self.assertEqual((reader.returncode, reader.stdout, reader.stderr), (0, "", ""))
+
     def test_letters_that_dxf_readers_change_are_warned_of(self):
         text = PANEL.read_text(encoding="utf-8").replace('"name": "Panel"', '"name": "Paneel \u00e4"')
         self.write("a.json", text.replace('"name": "P1"', '"name": "P\u00f6"'))
