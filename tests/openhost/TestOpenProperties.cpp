@@ -20,7 +20,7 @@ class AnyFeature : public ZETFeatObject
     Q_PROPERTY(AnyFeature* target READ GetTarget NOTIFY TargetChanged)
     Q_PROPERTY(QList<AnyFeature*> list READ GetList NOTIFY ListChanged)
 public:
-    enum Kind { KindNone, KindFirst, KindSecond };
+    enum Kind : int { KindNone, KindFirst, KindSecond }; // of a fixed type, so that any int is a value of it
     Q_ENUM(Kind)
 
     AnyFeature()
