@@ -13,7 +13,7 @@ build_packages=(
     libjsoncpp-dev
     hershey-fonts-data
     libjs-three
-    python3 python3-ezdxf
+    python3 python3-ezdxf libxml2-utils
 )
 bench_packages=(libbenchmark-dev libboost-dev libdxflib-dev python3-ezdxf)
 lint_packages=(clang-format clang-tidy)
