@@ -35,8 +35,11 @@ install(TARGETS ZETLaser EXPORT ZETLaserTargets)
 install(EXPORT ZETLaserTargets NAMESPACE ZETLaser:: DESTINATION "${CMAKE_INSTALL_LIBDIR}/cmake/ZETLaser")
 zet_install_package(ZETLaser)
 
-# The headers of the exported classes.
-install(FILES "${PROJECT_SOURCE_DIR}/laser/ZETLaserGlobal.h" DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zetlaser/laser")
+# The headers of the exported classes, and those that they stand on.
+install(FILES
+    "${PROJECT_SOURCE_DIR}/laser/ZETLaserGlobal.h"
+    "${PROJECT_SOURCE_DIR}/laser/ZETLaserOutline.h"
+    DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/zetlaser/laser")
 file(STRINGS "${PROJECT_SOURCE_DIR}/laser/exported-classes.txt" classes)
 foreach(class IN LISTS classes)
     foreach(folder IN ITEMS laser features writers)

@@ -16,6 +16,11 @@ class ZETLaserProcessesPrivate;
 class ZETMathAxis;
 class ZETVisVirtualObject;
 
+namespace ZETLaserOutline
+{
+struct Group;
+}
+
 /*! The driver of one laser job, with four independent steps: read the model into a tree of laser entities, thin the
  *  points of the tree, write the tree to a file, show it in the scene. It has no policy of its own: a client gets it
  *  from ZETLaserOptions::GetLaserProcesses and calls the steps that it wants, in the order read, process, then write or
@@ -67,6 +72,8 @@ public:
     };
     /*! \a axis is the one that the written coordinates refer to. */
     Statistics GetStatistics(const ZETMathAxis& axis) const;
+    /*! The tree from its root, as plain values (laser/ZETLaserOutline.h): what a written file is compared with. */
+    ZETLaserOutline::Group GetOutline() const;
 
 private:
     std::unique_ptr<ZETLaserProcessesPrivate> d;

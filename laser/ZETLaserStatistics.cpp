@@ -1,46 +1,39 @@
-#include "laser/ZETLaserChildren.h"
-#include "laser/ZETLaserContour.h"
-#include "laser/ZETLaserCurve.h"
-#include "laser/ZETLaserEntityProperties.h"
-#include "laser/ZETLaserGroup.h"
-#include "laser/ZETLaserProcesses_p.h"
+#include "laser/ZETLaserOutline.h"
+#include "laser/ZETLaserProcesses.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
 
-#include <QVariant>
-
 namespace
 {
-void CountCurve(const ZETLaserCurve& curve, const ZETMathAxis& axis, ZETLaserProcesses::Statistics& statistics)
+void CountCurve(const ZETLaserOutline::Curve& curve, const ZETMathAxis& axis, ZETLaserProcesses::Statistics& statistics)
 {
-    statistics.points += curve.GetPointCount();
-    for (const ZETLaserPoint& point : curve.GetPoints()) {
+    statistics.points += curve.points.size();
+    for (const ZETLaserOutline::Point& point : curve.points) {
         const ZETMathPoint shown = axis * point.GetShownPoint();
         statistics.box.Expand(ZETMathBoundingBox(shown, shown));
     }
 }
 
-void CountGroup(ZETLaserGroup& group, const ZETMathAxis& axis, ZETLaserProcesses::Statistics& statistics)
+void CountGroup(const ZETLaserOutline::Group& group, const ZETMathAxis& axis, ZETLaserProcesses::Statistics& statistics)
 {
-    if (group.GetPointCount() < 1)
+    if (group.pointCount < 1)
         return;
-    if (group.property(ZETLaserEntityProperties::ply).isValid())
+    if (group.kind == ZETLaserOutline::Kind::Ply)
         ++statistics.plies;
-    else if (group.property(ZETLaserEntityProperties::subPly).isValid())
+    else if (group.kind == ZETLaserOutline::Kind::SubPly)
         ++statistics.subPlies;
-    for (const ZETLaserContour* contour : ChildrenOf<ZETLaserContour>(group)) {
-        for (const auto& curve : contour->GetCurves())
-            CountCurve(*curve, axis, statistics);
+    for (const ZETLaserOutline::Contour& contour : group.contours) {
+        for (const ZETLaserOutline::Curve& curve : contour.curves)
+            CountCurve(curve, axis, statistics);
     }
-    for (ZETLaserGroup* child : ChildrenOf<ZETLaserGroup>(group))
-        CountGroup(*child, axis, statistics);
+    for (const ZETLaserOutline::Group& child : group.groups)
+        CountGroup(child, axis, statistics);
 }
 } // namespace
 
 ZETLaserProcesses::Statistics ZETLaserProcesses::GetStatistics(const ZETMathAxis& axis) const
 {
     Statistics statistics;
-    for (ZETLaserGroup* child : ChildrenOf<ZETLaserGroup>(*d->root))
-        CountGroup(*child, axis, statistics);
+    CountGroup(GetOutline(), axis, statistics);
     return statistics;
 }

@@ -29,12 +29,13 @@ ENTITIES = re.compile(r"laser/ZETLaser(Entity|Group|Contour|Curve|TextEntity|Par
 ENTITIES_MAY_INCLUDE = re.compile(r"(host/ZETMathematics/|host/ZETSystem/ZETSysException\.h$|host/ZETHostGlobal\.h$|laser/)")
 
 # (from, to) that are allowed beyond MAY_INCLUDE: the driver of a job is the only one that knows all its steps, the
-# table of file types names their writers, the options of a job hold features, features ask the options for the selection,
-# and the DXF emitter is a class for clients.
+# table of file types names their writers, the options of a job hold features, the outline says what texts and parameters
+# hold, features ask the options for the selection, and the DXF emitter is a class for clients.
 ALSO_ALLOWED = [
     (r"laser/ZETLaserProcesses(_p)?\.(h|cpp)$", r"(reader|writers|display|features)/"),
     (r"laser/ZETLaserFileTypes\.cpp$", r"writers/"),
     (r"laser/ZETLaserOptions\w*\.(h|cpp)$", r"features/"),
+    (r"laser/ZETLaserOutline\.cpp$", r"features/"),
     (r"features/", r"laser/(ZETLaserOptions|ZETLaserGlobal)\.h$"),
     (r"(apps|examples)/", r"writers/ZETDxfParser\.h$"),
 ]
@@ -142,6 +143,8 @@ PLANTED = [
     ("laser/ZETLaserFileTypes.cpp", '#include "reader/B.h"', True),
     ("laser/ZETLaserOptions.cpp", '#include "features/B.h"', False),
     ("laser/ZETLaserOptions.cpp", '#include "writers/B.h"', True),
+    ("laser/ZETLaserOutline.cpp", '#include "features/B.h"', False),
+    ("laser/ZETLaserOutline.h", '#include "features/B.h"', True),
     ("laser/ZETLaserGroup.h", '#include <ZETMathematics/ZETMathPoint.h>', False),
     ("laser/ZETLaserCurve.cpp", '#include <ZETSystem/ZETSysException.h>', False),
     ("laser/ZETLaserCurve.cpp", '#include <ZETSystem/ZETSysMessageQueue.h>', True),
