@@ -39,9 +39,11 @@ ALSO_ALLOWED = [
     (r"features/", r"laser/(ZETLaserOptions|ZETLaserGlobal)\.h$"),
     (r"(apps|examples)/", r"writers/ZETDxfParser\.h$"),
 ]
-# (from, to) that are refused although the folders would allow it: only clients and the options see the driver.
+# (from, to, reason) that are refused although the folders would allow it.
 ALSO_REFUSED = [
-    (r"(reader|writers|display)/", r"laser/ZETLaserProcesses"),
+    (r"(reader|writers|display)/", r"laser/ZETLaserProcesses", "only the options and clients know the driver of a job"),
+    (r"apps/zetlaser-job/check/", r"(?!apps/zetlaser-job/check/)",
+     "what checks the files shares nothing with what writes them"),
 ]
 
 # Libraries that only some folders may use, by the form of their headers.
@@ -75,8 +77,9 @@ def refusal(source, target):
         return None
     if ENTITIES.match(source) and not ENTITIES_MAY_INCLUDE.match(target):
         return "entities of the tree include only the host's mathematics"
-    if any(re.match(a, source) and re.match(b, target) for a, b in ALSO_REFUSED):
-        return "only the options and clients know the driver of a job"
+    for a, b, reason in ALSO_REFUSED:
+        if re.match(a, source) and re.match(b, target):
+            return reason
     if own == other or other in MAY_INCLUDE[own]:
         return None
     if any(re.match(a, source) and re.match(b, target) for a, b in ALSO_ALLOWED):
@@ -156,6 +159,12 @@ PLANTED = [
     ("apps/A.cpp", '#include <TopoDS_Face.hxx>', True),
     ("apps/A.cpp", '#include "writers/ZETLaserWriter.h"', True),
     ("apps/A.cpp", '#include "writers/ZETDxfParser.h"', False),
+    ("apps/zetlaser-job/check/A.cpp", '#include "laser/ZETLaserOptions.h"', True),
+    ("apps/zetlaser-job/check/A.cpp", '#include <ZETComposites/ZETCompPly.h>', True),
+    ("apps/zetlaser-job/check/A.cpp", '#include "../JobError.h"', True),
+    ("apps/zetlaser-job/check/A.cpp", '#include "B.h"', False),
+    ("apps/zetlaser-job/check/A.cpp", '#include <QString>', False),
+    ("apps/zetlaser-job/A.cpp", '#include "check/B.h"', False),
     ("tests/writers/A.cpp", '#include "reader/B.h"', False),
     ("tests/writers/A.cpp", '#include <TopoDS_Face.hxx>', True),
 ]
@@ -168,7 +177,8 @@ def self_test():
         with tempfile.TemporaryDirectory() as folder:
             root = pathlib.Path(folder)
             for name in (source, "writers/C.h", "host/ZETComposites/ZETCompPly.h", "host/ZETMathematics/ZETMathPoint.h",
-                         "host/ZETSystem/ZETSysException.h", "host/ZETSystem/ZETSysMessageQueue.h"):
+                         "host/ZETSystem/ZETSysException.h", "host/ZETSystem/ZETSysMessageQueue.h",
+                         "apps/zetlaser-job/JobError.h", "apps/zetlaser-job/check/B.h"):
                 (root / name).parent.mkdir(parents=True, exist_ok=True)
                 (root / name).write_text("", encoding="utf-8")
             (root / source).write_text(f"\n{text}\n", encoding="utf-8")

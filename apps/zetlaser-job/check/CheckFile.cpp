@@ -1,0 +1,101 @@
+#include "CheckFile.h"
+
+#include "CheckLines.h"
+
+int CheckFile::GetPly(int group) const
+{
+    while (group >= 0 && groups[static_cast<size_t>(group)].kind != CheckGroup::Ply)
+        group = groups[static_cast<size_t>(group)].parent;
+    return group;
+}
+
+QString CheckFile::GetPlyName(int group) const
+{
+    const int ply = GetPly(group);
+    return ply < 0 ? QString() : groups[static_cast<size_t>(ply)].name;
+}
+
+void CheckFile::BeginGroup(CheckGroup::Kind kind, const QString& name, int line)
+{
+    const int depth = openGroup < 0 ? 0 : groups[static_cast<size_t>(openGroup)].depth + 1;
+    if (depth >= maxDepth) {
+        if (ignoredDepth++ == 0)
+            AddError(line, Check::tr("expected at most %1 levels, found more").arg(maxDepth));
+        return;
+    }
+    CheckGroup& group = groups.emplace_back();
+    group.kind = kind;
+    group.name = name;
+    group.parent = openGroup;
+    group.depth = depth;
+    group.line = line;
+    openGroup = static_cast<int>(groups.size()) - 1;
+}
+
+bool CheckFile::EndGroup(int line)
+{
+    if (ignoredDepth > 0) {
+        --ignoredDepth;
+        return true;
+    }
+    if (openGroup < 0)
+        return false;
+    CheckGroup& group = groups[static_cast<size_t>(openGroup)];
+    group.endLine = line;
+    openGroup = group.parent;
+    return true;
+}
+
+CheckCurve& CheckFile::BeginCurve(CheckCurveKind kind, const QString& name, int line)
+{
+    CheckCurve& curve = curves.emplace_back();
+    curve.kind = kind;
+    curve.name = name;
+    curve.group = openGroup;
+    curve.line = line;
+    curve.firstPoint = points.size();
+    return curve;
+}
+
+CheckPoint& CheckFile::AddPoint(const std::array<double, 3>& position, int line)
+{
+    if (curves.empty())
+        BeginCurve(CheckCurveKind::Unknown, {}, line);
+    ++curves.back().pointCount;
+    CheckPoint& point = points.emplace_back();
+    point.position = position;
+    point.line = line;
+    return point;
+}
+
+CheckText& CheckFile::AddText(const QString& text, int line)
+{
+    CheckText& added = texts.emplace_back();
+    added.text = text;
+    added.group = openGroup;
+    added.line = line;
+    return added;
+}
+
+void CheckFile::AddParameter(CheckParameter::Kind kind, const QString& text, int line)
+{
+    parameters.push_back({kind, text, openGroup, line});
+}
+
+void CheckFile::AddExpected(int line, const QString& expected, QByteArrayView found)
+{
+    AddError(line, Check::tr("expected %1, found %2").arg(expected, CheckLines::Show(found)));
+}
+
+void CheckFile::AddEndsTooEarly(int line, const QString& expected)
+{
+    AddError(line, Check::tr("the file ends too early: expected %1").arg(expected));
+}
+
+void CheckFile::AddFinding(CheckSeverity severity, int line, const QString& text)
+{
+    if (findings.size() < maxFindings)
+        findings.push_back({severity, line, GetPlyName(openGroup), text});
+    else
+        ++suppressedFindings;
+}

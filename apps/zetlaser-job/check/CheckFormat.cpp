@@ -1,0 +1,55 @@
+#include "CheckFormat.h"
+
+#include "CheckReaders.h"
+
+#include <vector>
+
+namespace
+{
+using GetFormats = std::vector<CheckFormat> (*)();
+
+/*! Those whose readers are there. */
+const std::vector<GetFormats> families{};
+
+const std::vector<CheckFormat>& GetRows()
+{
+    static const std::vector<CheckFormat> rows = [] {
+        std::vector<CheckFormat> all;
+        for (const auto getFormats : families) {
+            for (CheckFormat& format : getFormats())
+                all.push_back(std::move(format));
+        }
+        return all;
+    }();
+    return rows;
+}
+} // namespace
+
+std::span<const CheckFormat> CheckFormats::GetAll()
+{
+    return GetRows();
+}
+
+const CheckFormat* CheckFormats::Find(const QString& type)
+{
+    for (const CheckFormat& format : GetAll()) {
+        if (format.types.contains(type))
+            return &format;
+    }
+    return nullptr;
+}
+
+const CheckFormat* CheckFormats::Recognise(const QString& fileName, QByteArrayView bytes)
+{
+    for (const CheckFormat& format : GetAll()) {
+        if (format.isAlike && format.isAlike(bytes))
+            return &format;
+    }
+    for (const CheckFormat& format : GetAll()) {
+        for (const QString& extension : format.extensions) {
+            if (fileName.endsWith(extension, Qt::CaseInsensitive))
+                return &format;
+        }
+    }
+    return nullptr;
+}
