@@ -3,6 +3,8 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QList>
 
 #include <cstdio>
@@ -66,6 +68,16 @@ void JobConsole::WriteResult(const QString& line)
 {
     EndProgress();
     Write(stdout, line + u'\n');
+}
+
+void JobConsole::WriteWritten(const QStringList& files)
+{
+    for (const QString& file : files) {
+        const QString relative = QDir().relativeFilePath(file);
+        WriteResult(QCoreApplication::translate("zetlaser-job", "written: %1 (%2 bytes)")
+                        .arg(relative.startsWith(u".."_s) ? file : relative)
+                        .arg(QFileInfo(file).size()));
+    }
 }
 
 void JobConsole::WriteMessage(const QString& severity, const QString& text)

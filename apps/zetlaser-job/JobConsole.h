@@ -1,12 +1,16 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 /*! What the tool says: results on standard output, messages and progress on standard error. */
 namespace JobConsole
 {
 /*! A line of the result. */
 void WriteResult(const QString& line);
+/*! The lines of files that were written, each with its path from the current folder if it stands below it, and its
+ *  size. */
+void WriteWritten(const QStringList& files);
 /*! A message: "warning: text". Lines behind the first are indented. */
 void WriteMessage(const QString& severity, const QString& text);
 /*! The step that begins, on a terminal; into a pipe or a file nothing is written. */

@@ -12,7 +12,6 @@
 
 #include <ZETComposites/ZETCompRoot.h>
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -60,8 +59,7 @@ public:
         WriteFiles(scene);
         const QStringList files = Commit();
         JobConsole::TellRepeatedMessages();
-        for (const QString& file : files)
-            JobConsole::WriteResult(Translate("written: %1 (%2 bytes)").arg(Shorten(file)).arg(QFileInfo(file).size()));
+        JobConsole::WriteWritten(files);
         JobConsole::WriteResult(Translate("shown: %1 plies, %2 targets, %3 segments, %4 markers")
                                     .arg(scene.GetPlies().size())
                                     .arg(scene.GetTargets().size())
@@ -150,12 +148,6 @@ private:
         place->CheckWritten();
         place->CheckPlaces();
         return JobStaging::Commit({place.get()});
-    }
-
-    static QString Shorten(const QString& file)
-    {
-        const QString relative = QDir().relativeFilePath(file);
-        return relative.startsWith(u".."_s) ? file : relative;
     }
 
     const JobPreviewCommandLine& commandLine;

@@ -1,0 +1,208 @@
+#include "JobOutput.h"
+
+#include "JobConsole.h"
+#include "JobError.h"
+#include "JobSelection.h"
+#include "JobStaging.h"
+#include "JobSteps.h"
+
+#include "laser/ZETLaserProcesses.h"
+#include "openhost/ZETMaterial/ZETOpenMaterial.h"
+
+#include <ZETComposites/ZETCompRoot.h>
+#include <ZETComposites/ZETCompRosette.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("zetlaser-job", text);
+}
+
+/*! Goes to a folder, and back with its end. */
+class FolderGuard
+{
+public:
+    explicit FolderGuard(const QString& folder)
+        : before(QDir::currentPath())
+    {
+        if (!QDir::setCurrent(folder))
+            throw JobError(JobExit::CannotWrite, Translate("can't go to the folder %1").arg(folder));
+    }
+    ~FolderGuard() { QDir::setCurrent(before); }
+    Q_DISABLE_COPY_MOVE(FolderGuard)
+
+private:
+    QString before;
+};
+
+/*! The texts of a DXF file that are more than ASCII; none for any other file. */
+QStringList FindTextsBeyondAscii(const QString& fileName)
+{
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    const QByteArray bytes = file.readAll();
+    const auto isBeyond = [](QByteArrayView text) {
+        return std::any_of(text.begin(), text.end(), [](char c) { return uchar(c) >= 128; });
+    };
+    constexpr QByteArrayView textCode = "\n  1\n";
+    QStringList texts;
+    if (!bytes.startsWith("  0\nSECTION\n") || !isBeyond(bytes))
+        return texts;
+    for (qsizetype at = bytes.indexOf(textCode); at >= 0; at = bytes.indexOf(textCode, at)) {
+        at += textCode.size();
+        const QByteArray text = bytes.mid(at, bytes.indexOf('\n', at) - at);
+        if (isBeyond(text))
+            texts.append(QString::fromUtf8(text));
+    }
+    return texts;
+}
+
+/*! "11.7 m x 5.0 m x 0.9 m": in metres from one metre on, in mm below. */
+QString DescribeSize(const ZETMathBoundingBox& box)
+{
+    const ZETMathVector size = box.GetUpperPoint() - box.GetLowerPoint();
+    const double sides[] = {size.GetX(), size.GetY(), size.GetZ()};
+    double largest = 0.0;
+    for (const double side : sides)
+        largest = std::max(largest, side);
+    constexpr double metre = 1000.0;
+    QStringList words;
+    for (const double side : sides) {
+        words.append(largest < metre ? Translate("%1 mm").arg(side, 0, 'f', 1)
+                                     : Translate("%1 m").arg(side / metre, 0, 'f', 1));
+    }
+    return words.join(u" x "_s);
+}
+} // namespace
+
+JobOutput::JobOutput(const JobSettings& jobSettings)
+    : settings(jobSettings)
+{
+}
+
+JobOutput::~JobOutput() = default;
+
+void JobOutput::PreparePlaces()
+{
+    if (!settings.Has(u"type"_s))
+        throw JobError(JobExit::WrongCall,
+                       Translate("expected the option --type, found none (--list-types shows the types)"));
+    if (settings.Has(u"createLaserData"_s) && !settings.Get(u"createLaserData"_s).toBool())
+        return;
+    if (!settings.Has(u"output"_s))
+        throw JobError(JobExit::WrongCall, Translate("expected the option --output, found none"));
+    const QFileInfo output(settings.GetText(u"output"_s));
+    if (output.fileName().isEmpty() || output.isDir())
+        throw JobError(JobExit::CannotWrite, Translate("can't write %1: it is a folder").arg(output.filePath()));
+    if (output.exists() && !output.isFile())
+        throw JobError(JobExit::CannotWrite, Translate("can't write %1: it is no regular file").arg(output.filePath()));
+    outputName = output.fileName();
+    partPlace = std::make_unique<JobStaging>(output.absolutePath());
+    if (settings.Get(u"useSpecificPathForLaserFile"_s).toBool() && settings.Has(u"targetFilePath"_s))
+        toolPlace = std::make_unique<JobStaging>(settings.GetText(u"targetFilePath"_s));
+}
+
+QList<JobStaging*> JobOutput::GetPlaces() const
+{
+    QList<JobStaging*> places;
+    for (JobStaging* place : {partPlace.get(), toolPlace.get()}) {
+        if (place)
+            places.append(place);
+    }
+    return places;
+}
+
+void JobOutput::Read(ZETCompRoot& root)
+{
+    FillOptions(options, root, settings);
+    JobSteps::ReadAndThin(options);
+}
+
+void JobOutput::Write()
+{
+    if (!options.CreateLaserData())
+        return;
+    WriteFiles();
+    for (const JobStaging* place : GetPlaces()) {
+        place->CheckWritten();
+        place->CheckPlaces();
+    }
+    if (partPlace->GetNames().isEmpty())
+        throw JobError(JobExit::CannotWrite, Translate("can't write %1: no file came about").arg(outputName));
+    if (IsDxf())
+        WarnOfLetters();
+}
+
+void JobOutput::WriteFiles()
+{
+    JobConsole::ShowProgress(Translate("writing %1").arg(outputName));
+    // The library writes where it is, under the final name: what the files say of their names is then true, and
+    // doesn't depend on the folder that they are written in.
+    options.SetFileName(outputName);
+    if (toolPlace)
+        options.SetTargetFilePath(toolPlace->GetPath());
+    bool isWritten = false;
+    {
+        const FolderGuard folder(partPlace->GetPath());
+        JobSteps::Run([&] { isWritten = options.GetLaserProcesses()->WriteLaserData(); });
+    }
+    if (!isWritten)
+        throw JobError(JobExit::Failed, Translate("the type %1 can't be written").arg(GetTypeName()));
+}
+
+/*! DXF is written as UTF-8 and names no code page, so readers of its old form show other letters. */
+void JobOutput::WarnOfLetters() const
+{
+    QStringList told;
+    for (const QString& name : partPlace->GetNames()) {
+        for (const QString& text : FindTextsBeyondAscii(partPlace->GetPath() + u'/' + name)) {
+            if (told.contains(text))
+                continue;
+            told.append(text);
+            JobConsole::WriteMessage(
+                Translate("warning"),
+                Translate("the text \"%1\" has letters beyond ASCII; some readers of DXF show others").arg(text));
+        }
+    }
+}
+
+void JobOutput::Commit()
+{
+    files = JobStaging::Commit(GetPlaces());
+}
+
+void JobOutput::TellResult()
+{
+    JobConsole::WriteWritten(files);
+    for (const ZETLaserOptions::CreatedFile& created : options.GetCreatedFiles()) {
+        JobConsole::WriteResult(Translate("  %1: shape %2, material %3")
+                                    .arg(created.second.first, created.first,
+                                         QString::fromUtf8(ZETOpenMaterial::GetKey(created.second.second))));
+    }
+    const auto* rosette = qobject_cast<const ZETCompRosette*>(options.GetAxisSystem().data());
+    const bool isInches = options.GetUnits() == ZETLaserOptions::UnitsInches;
+    const auto statistics = options.GetLaserProcesses()->GetStatistics(rosette ? rosette->GetAxis() : ZETMathAxis());
+    JobConsole::WriteResult(Translate("type: %1").arg(GetTypeName()));
+    JobConsole::WriteResult(Translate("plies: %1, sub-plies: %2, points: %3")
+                                .arg(statistics.plies)
+                                .arg(statistics.subPlies)
+                                .arg(statistics.points));
+    JobConsole::WriteResult(Translate("size: %1, written in %2")
+                                .arg(DescribeSize(statistics.box), isInches ? Translate("inches") : Translate("mm")));
+    JobConsole::WriteResult(
+        Translate("axis system: %1").arg(rosette ? rosette->GetLabel() : Translate("of the model")));
+    if (IsDxf() && !files.isEmpty())
+        JobConsole::WriteResult(
+            Translate("extents: DXF has constants for them, so a viewer may need \"zoom all\" to show the drawing"));
+}
