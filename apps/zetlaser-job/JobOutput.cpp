@@ -5,6 +5,7 @@
 #include "JobSelection.h"
 #include "JobStaging.h"
 #include "JobSteps.h"
+#include "JobTargets.h"
 
 #include "laser/ZETLaserProcesses.h"
 #include "openhost/ZETMaterial/ZETOpenMaterial.h"
@@ -126,6 +127,8 @@ QList<JobStaging*> JobOutput::GetPlaces() const
 void JobOutput::Read(ZETCompRoot& root)
 {
     FillOptions(options, root, settings);
+    for (const QString& warning : JobTargets(options).GetWarnings())
+        JobConsole::WriteMessage(Translate("warning"), warning);
     JobSteps::ReadAndThin(options);
 }
 
@@ -202,6 +205,8 @@ void JobOutput::TellResult()
                                 .arg(DescribeSize(statistics.box), isInches ? Translate("inches") : Translate("mm")));
     JobConsole::WriteResult(
         Translate("axis system: %1").arg(rosette ? rosette->GetLabel() : Translate("of the model")));
+    for (const QString& line : JobTargets(options).GetLines())
+        JobConsole::WriteResult(line);
     if (IsDxf() && !files.isEmpty())
         JobConsole::WriteResult(
             Translate("extents: DXF has constants for them, so a viewer may need \"zoom all\" to show the drawing"));
