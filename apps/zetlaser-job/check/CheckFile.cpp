@@ -2,6 +2,19 @@
 
 #include "CheckLines.h"
 
+using namespace Qt::Literals::StringLiterals;
+
+CheckCurveKind GetCurveKindByName(const QString& name)
+{
+    if (name.endsWith(u"Rosette"_s))
+        return CheckCurveKind::Rosette;
+    if (name.endsWith(u"Seedcurve"_s))
+        return CheckCurveKind::SeedCurve;
+    if (name.contains(u" boundary "_s) || name.contains(u" flat contour "_s))
+        return CheckCurveKind::Boundary;
+    return CheckCurveKind::Other;
+}
+
 int CheckFile::GetPly(int group) const
 {
     while (group >= 0 && groups[static_cast<size_t>(group)].kind != CheckGroup::Ply)
@@ -44,6 +57,50 @@ bool CheckFile::EndGroup(int line)
     group.endLine = line;
     openGroup = group.parent;
     return true;
+}
+
+void CheckFile::EndGroup(int line, CheckGroup::Kind kind, const std::optional<QString>& name, QByteArrayView found)
+{
+    if (ignoredDepth > 0) {
+        --ignoredDepth;
+        return;
+    }
+    const auto isMeant = [&](int index) {
+        const CheckGroup& group = groups[static_cast<size_t>(index)];
+        return group.kind == kind && (!name || group.name == *name);
+    };
+    int meant = openGroup;
+    while (meant >= 0 && !isMeant(meant))
+        meant = groups[static_cast<size_t>(meant)].parent;
+    if (meant >= 0) {
+        EndUnended(line, meant, found);
+        EndGroup(line);
+        return;
+    }
+    if (openGroup < 0) {
+        AddError(line, Check::tr("nothing is open that %1 could end").arg(CheckLines::Show(found)));
+        return;
+    }
+    // A wrong name at the end of the right kind ends it all the same.
+    const CheckGroup& open = groups[static_cast<size_t>(openGroup)];
+    if (open.kind == kind)
+        EndUnended(line, open.parent, found);
+    else
+        AddExpected(line, GetExpectedEnd(), found);
+}
+
+void CheckFile::EndUnended(int line, int last, QByteArrayView found)
+{
+    while (openGroup >= 0 && openGroup != last) {
+        AddExpected(line, GetExpectedEnd(), found);
+        EndGroup(line);
+    }
+}
+
+QString CheckFile::GetExpectedEnd() const
+{
+    const CheckGroup& open = groups[static_cast<size_t>(openGroup)];
+    return Check::tr("the end of \"%1\", begun in line %2").arg(open.name).arg(open.line);
 }
 
 CheckCurve& CheckFile::BeginCurve(CheckCurveKind kind, const QString& name, int line)
@@ -90,6 +147,12 @@ void CheckFile::AddExpected(int line, const QString& expected, QByteArrayView fo
 void CheckFile::AddEndsTooEarly(int line, const QString& expected)
 {
     AddError(line, Check::tr("the file ends too early: expected %1").arg(expected));
+}
+
+void CheckFile::CheckCount(int line, const QString& what, int announced, int held)
+{
+    if (announced != held)
+        AddError(line, Check::tr("announces %1 %2 and holds %3").arg(announced).arg(what).arg(held));
 }
 
 void CheckFile::AddFinding(CheckSeverity severity, int line, const QString& text)

@@ -36,11 +36,15 @@ struct CheckPoint {
 };
 
 enum class CheckCurveKind {
-    Unknown, //!< the file doesn't tell
-    Ply,     //!< the file tells that it is neither of those below
+    Unknown,  //!< the file doesn't tell
+    Boundary, //!< of a ply, on the tool or flat
     Rosette,
-    SeedCurve
+    SeedCurve,
+    Other //!< the file tells that it is none of these: extra geometry
 };
+
+/*! For formats that name curves: what the reader of the model calls them by. */
+CheckCurveKind GetCurveKindByName(const QString& name);
 
 struct CheckCurve {
     CheckCurveKind kind = CheckCurveKind::Unknown;
@@ -146,6 +150,12 @@ public:
     void BeginGroup(CheckGroup::Kind kind, const QString& name, int line);
     /*! Ends the innermost group; false if none is open. */
     bool EndGroup(int line);
+    /*! Ends the innermost group of \a kind, which must be called \a name if the format names it at its end. Groups
+     * within it that are open still, and an end without a begin, are errors; \a found is the line for the message. */
+    void EndGroup(int line, CheckGroup::Kind kind, const std::optional<QString>& name, QByteArrayView found);
+    /*! Ends, each with an error, the groups that are open within \a last: at the end of the data, or where something
+     * begins that can't stand within them. */
+    void EndUnended(int line, int last, QByteArrayView found);
     /*! Begins a curve of the open group; AddPoint adds to the last one that was begun. */
     CheckCurve& BeginCurve(CheckCurveKind kind, const QString& name, int line);
     CheckPoint& AddPoint(const std::array<double, 3>& position, int line);
@@ -157,11 +167,14 @@ public:
     void AddWarning(int line, const QString& text) { AddFinding(CheckSeverity::Warning, line, text); }
     /*! "expected ..., found ...": long findings are cut, and bytes that can't be shown are escaped. */
     void AddExpected(int line, const QString& expected, QByteArrayView found);
-    /*! The file ends within its groups, or before its last line: \a expected. */
+    /*! The file ends before its last record: \a expected. */
     void AddEndsTooEarly(int line, const QString& expected);
+    /*! An error if \a announced, which \a line says, isn't \a held. \a what: "points". */
+    void CheckCount(int line, const QString& what, int announced, int held);
 
 private:
     void AddFinding(CheckSeverity severity, int line, const QString& text);
+    QString GetExpectedEnd() const;
 
     int openGroup = -1;
     int ignoredDepth = 0; //!< groups beyond maxDepth that are open

@@ -9,7 +9,7 @@ namespace
 using GetFormats = std::vector<CheckFormat> (*)();
 
 /*! Those whose readers are there. */
-const std::vector<GetFormats> families{};
+const std::vector<GetFormats> families{CheckReaders::GetVirtek, CheckReaders::GetLap, CheckReaders::GetCalibration};
 
 const std::vector<CheckFormat>& GetRows()
 {

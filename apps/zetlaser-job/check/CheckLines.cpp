@@ -130,7 +130,8 @@ std::optional<double> CheckNumbers::Parse(QByteArrayView text)
 {
     // Words such as "nan" are numbers to from_chars.
     const QByteArrayView digits = text.startsWith('-') ? text.sliced(1) : text;
-    if (digits.isEmpty() || !(digits.front() >= '0' && digits.front() <= '9'))
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    if (digits.isEmpty() || !isDigit(digits.front()) || !isDigit(digits.back()))
         return {};
     double value = 0.0;
     const auto [end, error] = std::from_chars(text.begin(), text.end(), value, std::chars_format::fixed);

@@ -16,4 +16,5 @@ std::vector<CheckFormat> GetAssemblyGuidance(); //!< and Aligned Vision
 std::vector<CheckFormat> GetNLines();           //!< General Scanning and Quilmon
 std::vector<CheckFormat> GetApt();              //!< all three
 std::vector<CheckFormat> GetDxf();
+std::vector<CheckFormat> GetCalibration(); //!< beside Virtek and LAP
 } // namespace CheckReaders
