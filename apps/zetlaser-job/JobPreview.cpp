@@ -39,21 +39,22 @@ QString ForFileName(QString text)
 class Preview
 {
 public:
-    Preview(const JobPreviewCommandLine& call, const JobSettings& jobSettings)
-        : commandLine(call)
+    Preview(const QString& file, const JobSettings& jobSettings, const JobPreviewOptions& previewOptions)
+        : layupFile(file)
         , settings(jobSettings)
+        , wanted(previewOptions)
     {
     }
 
     void Run()
     {
         PrepareOutput();
-        model = JobSteps::LoadModel(commandLine.job.layupFile);
+        model = JobSteps::LoadModel(layupFile);
         FillOptions(options, *model.root, settings);
         JobSteps::ReadAndThin(options);
         JobConsole::ShowProgress(Translate("drawing"));
         JobPreviewScene scene(options);
-        side = commandLine.side.value_or(scene.GetLayingSide());
+        side = wanted.side.value_or(scene.GetLayingSide());
         // Counted ahead of the pictures of single plies, which hide the others.
         const ZETOpenScenePainter::Content content = ZETOpenScenePainter::Count(scene.GetScene());
         WriteFiles(scene);
@@ -69,7 +70,7 @@ public:
     }
 
 private:
-    bool IsWanted(const QString& format) const { return commandLine.formats.contains(format); }
+    bool IsWanted(const QString& format) const { return wanted.formats.contains(format); }
 
     void PrepareOutput()
     {
@@ -82,7 +83,7 @@ private:
                 JobExit::WrongCall,
                 Translate("--output: expected a file name without extension, found \"%1\"").arg(output.filePath()));
         if (IsWanted(u"html"_s))
-            library.emplace(commandLine.libraryFolder);
+            library.emplace(wanted.libraryFolder);
         place = std::make_unique<JobStaging>(output.absolutePath());
     }
 
@@ -92,7 +93,7 @@ private:
             WriteFile(baseName + u".html"_s, JobPreviewPage::Write(scene, options.GetPartName(), side, *library));
         ZETOpenPicture picture;
         picture.side = side;
-        picture.size = commandLine.size;
+        picture.size = wanted.size;
         picture.lineScale = 0.5; // the widths of the scene are made for a screen on a wall
         picture.surfaces = scene.GetSurfaces();
         picture.title = options.GetPartName();
@@ -100,7 +101,7 @@ private:
                                 .arg(scene.GetPlies().size())
                                 .arg(ZETOpenView::GetSideNames().at(side))};
         WritePictures(scene, picture, baseName);
-        if (commandLine.plyPictures)
+        if (wanted.plyPictures)
             WritePlyPictures(scene, picture);
     }
 
@@ -150,8 +151,9 @@ private:
         return JobStaging::Commit({place.get()});
     }
 
-    const JobPreviewCommandLine& commandLine;
+    QString layupFile;
     const JobSettings& settings;
+    const JobPreviewOptions& wanted;
     QString baseName;
     ZETOpenView::Side side = ZETOpenView::Top;
     std::optional<JobPreviewPage::Library> library; //!< where a page is wanted
@@ -161,7 +163,7 @@ private:
 };
 } // namespace
 
-void RunPreview(const JobPreviewCommandLine& commandLine, const JobSettings& settings)
+void RunPreview(const QString& layupFile, const JobSettings& settings, const JobPreviewOptions& previewOptions)
 {
-    Preview(commandLine, settings).Run();
+    Preview(layupFile, settings, previewOptions).Run();
 }

@@ -8,7 +8,10 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QSize>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -63,8 +66,8 @@ QList<JobSetting> MakeTable()
     using Kind = JobSetting;
     return {
         {u"type"_s, Kind::Choice, job, Translate("What to write; see --list-types."), JobSettingTable::GetTypeNames(),
-         Apply(&Options::SetFileType)},
-        {u"output"_s, Kind::Path, job, Translate("The part file. Other files of the job are named after it."), {}, {}},
+         Apply(&Options::SetFileType), false, u"TYPE"_s},
+        {u"output"_s, Kind::File, job, Translate("The part file. Other files of the job are named after it.")},
         {u"units"_s,
          Kind::Choice,
          job,
@@ -76,7 +79,9 @@ QList<JobSetting> MakeTable()
          job,
          Translate("Name of the part in the files. Default: the name of the model."),
          {},
-         Apply(&Options::SetPartName)},
+         Apply(&Options::SetPartName),
+         false,
+         u"TEXT"_s},
         {u"configuration"_s,
          Kind::Text,
          job,
@@ -262,7 +267,9 @@ QList<JobSetting> MakeTable()
          nesting,
          Translate("Pattern of the name of a shape, such as %SEQ%-%PLY%."),
          {},
-         Apply(&Options::SetShapeName)},
+         Apply(&Options::SetShapeName),
+         false,
+         u"TEXT"_s},
         {u"useMaterialID"_s,
          Kind::Switch,
          nesting,
@@ -306,38 +313,16 @@ QList<JobSetting> MakeTable()
          Translate("LPT and FARO: write the tool file into the folder of targetFilePath."),
          {},
          Apply(&Options::SetUseSpecificPathForLaserFile)},
-        {u"targetFilePath"_s, Kind::Path, other, Translate("That folder."), {}, Apply(&Options::SetTargetFilePath)},
-        {u"laserFilePath"_s, Kind::Path, other, noEffect, {}, Apply(&Options::SetLaserFilePath)},
+        {u"targetFilePath"_s, Kind::Folder, other, Translate("That folder."), {}, Apply(&Options::SetTargetFilePath)},
+        {u"laserFilePath"_s, Kind::Folder, other, noEffect, {}, Apply(&Options::SetLaserFilePath)},
         {u"useSpecificPathForQuilmonFile"_s,
          Kind::Switch,
          other,
          noEffect,
          {},
          Apply(&Options::SetUseSpecificPathForQuilmonFile)},
-        {u"quilmonFilePath"_s, Kind::Path, other, noEffect, {}, Apply(&Options::SetQuilmonFilePath)},
+        {u"quilmonFilePath"_s, Kind::Folder, other, noEffect, {}, Apply(&Options::SetQuilmonFilePath)},
     };
-}
-
-QString GetPlaceholder(const JobSetting& setting)
-{
-    switch (setting.kind) {
-    case JobSetting::Choice:
-        return setting.key == u"type"_s ? u"TYPE"_s : setting.choices.join(u'|');
-    case JobSetting::Text:
-        return setting.key == u"partName"_s || setting.key == u"shapeName"_s ? u"TEXT"_s : u"NAME"_s;
-    case JobSetting::Path:
-        return setting.key == u"output"_s ? u"FILE"_s : u"FOLDER"_s;
-    case JobSetting::List:
-        return u"NAME[,NAME...]"_s;
-    case JobSetting::Length:
-        return u"MM"_s;
-    case JobSetting::Integer:
-        return u"N"_s;
-    case JobSetting::Color:
-        return u"COLOR"_s;
-    default:
-        return u"NUMBER"_s;
-    }
 }
 
 QString GetExpected(const JobSetting& setting)
@@ -357,6 +342,10 @@ QString GetExpected(const JobSetting& setting)
         return Translate("a colour such as #00FF00");
     case JobSetting::List:
         return Translate("at least one name");
+    case JobSetting::Choices:
+        return Translate("some of %1").arg(setting.choices.join(u", "_s));
+    case JobSetting::PixelSize:
+        return Translate("a size such as 1600x1000, from 200 to 10000 pixels");
     default:
         return Translate("a text that isn't empty");
     }
@@ -372,6 +361,24 @@ QVariant ParseChoice(const JobSetting& setting, const QString& text)
 {
     const auto index = setting.key == u"type"_s ? JobSettingTable::FindType(text) : setting.choices.indexOf(text);
     return index < 0 ? QVariant() : QVariant(static_cast<int>(index));
+}
+
+QVariant ParseChoices(const JobSetting& setting, const QString& text)
+{
+    const QStringList names = text.split(u',', Qt::SkipEmptyParts);
+    const bool isKnown =
+        std::all_of(names.begin(), names.end(), [&](const QString& name) { return setting.choices.contains(name); });
+    return names.isEmpty() || !isKnown ? QVariant() : QVariant(names);
+}
+
+QVariant ParsePixelSize(const QString& text)
+{
+    static const QRegularExpression form(u"^([0-9]{3,5})x([0-9]{3,5})$"_s);
+    const QRegularExpressionMatch match = form.match(text);
+    const QSize size(match.captured(1).toInt(), match.captured(2).toInt());
+    const QSize least(200, 200);
+    const QSize most(10000, 10000);
+    return size.expandedTo(least) == size && size.boundedTo(most) == size ? QVariant(size) : QVariant();
 }
 
 QVariant CheckNumber(const JobSetting& setting, double number)
@@ -403,11 +410,60 @@ QString JobSetting::GetFlag() const
     return flag;
 }
 
+QString JobSetting::GetNegatedFlag() const
+{
+    return kind == Switch ? u"--no-"_s + GetFlag().mid(2) : QString();
+}
+
+QStringList JobSetting::GetFlags() const
+{
+    QStringList flags{GetFlag()};
+    if (kind == Switch)
+        flags.append(GetNegatedFlag());
+    if (!letter.isEmpty())
+        flags.append(u'-' + letter);
+    return flags;
+}
+
+QString JobSetting::GetPlaceholder() const
+{
+    if (!placeholder.isEmpty())
+        return placeholder;
+    switch (kind) {
+    case Flag:
+    case Switch:
+        return {};
+    case Choice:
+        return choices.join(u'|');
+    case Text:
+        return u"NAME"_s;
+    case File:
+        return u"FILE"_s;
+    case Folder:
+        return u"FOLDER"_s;
+    case List:
+    case Choices:
+        return u"NAME[,NAME...]"_s;
+    case Length:
+        return u"MM"_s;
+    case Integer:
+        return u"N"_s;
+    case Number:
+        return u"NUMBER"_s;
+    case Color:
+        return u"COLOR"_s;
+    case PixelSize:
+        return u"WIDTHxHEIGHT"_s;
+    }
+    return {};
+}
+
 QString JobSetting::GetUsage() const
 {
     if (kind == Switch)
         return u"--[no-]"_s + GetFlag().mid(2);
-    return GetFlag() + u' ' + GetPlaceholder(*this);
+    const QString flags = letter.isEmpty() ? GetFlag() : u'-' + letter + u", "_s + GetFlag();
+    return kind == Flag ? flags : flags + u' ' + GetPlaceholder();
 }
 
 const QList<JobSetting>& JobSettingTable::GetAll()
@@ -469,6 +525,10 @@ QVariant JobSettingTable::ParseText(const JobSetting& setting, const QString& te
     }
     case JobSetting::Color:
         return ParseColor(text);
+    case JobSetting::Choices:
+        return ParseChoices(setting, text);
+    case JobSetting::PixelSize:
+        return ParsePixelSize(text);
     case JobSetting::List: {
         const QStringList names = text.split(u',', Qt::SkipEmptyParts);
         return names.isEmpty() ? QVariant() : QVariant(names);
@@ -523,7 +583,8 @@ JobSettings ReadSettingsFile(const QString& file)
         for (const QString& key : root.GetKeys()) {
             const JobSetting& setting = *JobSettingTable::FindByKey(key);
             QVariant value = JobSettingTable::ParseJson(setting, *root.Find(key.toUtf8().constData()));
-            if (setting.kind == JobSetting::Path) // relative to the file, as in the layup file
+            if (setting.kind == JobSetting::File ||
+                setting.kind == JobSetting::Folder) // relative to the file, as in the layup file
                 value = QFileInfo(file).absoluteDir().absoluteFilePath(value.toString());
             settings.Set(key, value);
         }
@@ -531,4 +592,12 @@ JobSettings ReadSettingsFile(const QString& file)
     } catch (const ZETOpenJsonError& error) {
         throw JobError(JobExit::WrongInput, error.GetMessage());
     }
+}
+
+JobSettings CompleteSettings(const JobSettings& flags)
+{
+    JobSettings settings = flags;
+    if (flags.Has(u"settings"_s))
+        settings.Complete(ReadSettingsFile(flags.GetText(u"settings"_s)));
+    return settings;
 }

@@ -10,6 +10,7 @@
 
 class ZETLaserOptions;
 class ZETOpenJsonValue;
+struct JobCommand;
 
 /*! Everything that can be said of a job, by flag or in a settings file, as values by key. A key that was never set has
  *  no value, and the default of the library or of the model's configuration stands. */
@@ -28,30 +29,44 @@ private:
     QHash<QString, QVariant> values;
 };
 
-/*! One setting of a job: the row that its flag, its key in a settings file, its line in --help and its line in the
- *  documents are made of. */
+/*! One option of a command: the row that its flag, its line in --help and its line in the documents are made of, and
+ * for a setting of a job its key in a settings file. */
 struct JobSetting {
-    enum Kind { Switch, Text, Path, List, Number, Length, Integer, Choice, Color };
+    /*! A Switch can be turned off, by "--no-"; a Flag can't. Choices are some of the choices, a List is any names. */
+    enum Kind { Flag, Switch, Text, File, Folder, List, Number, Length, Integer, Choice, Choices, Color, PixelSize };
 
     QString key; //!< in a settings file; the flag is the same in small letters with hyphens
     Kind kind;
-    QString section;     //!< heading in --help
-    QString help;        //!< one sentence
-    QStringList choices; //!< of a Choice, in the order of the option's values
+    QString section;          //!< heading in --help
+    QString help;             //!< one sentence
+    QStringList choices = {}; //!< of a Choice, in the order of the option's values
     /*! Puts the value into the record; null for what the tool itself does. */
-    std::function<void(ZETLaserOptions&, const QVariant&)> apply;
+    std::function<void(ZETLaserOptions&, const QVariant&)> apply = {};
     /*! Has to be set again behind the configuration, which replaces it. */
     bool isBehindConfiguration = false;
+    QString placeholder = {};  //!< of the value in --help; empty: that of the kind
+    QStringList suffixes = {}; //!< of the files that are meant; none: any
+    QString letter = {};       //!< short form of the flag, as in "-h"
+    /*! Where the option asks for a text instead of a run of the command: that text, with its line ends. */
+    std::function<QString(const JobCommand&, const QVariant&)> answer = {};
 
     /*! "--max-length" */
     QString GetFlag() const;
-    /*! "--max-length MM", "--[no-]output-rosette" */
+    /*! "--no-output-rosette"; empty but for a Switch. */
+    QString GetNegatedFlag() const;
+    /*! All that can be written: flag, negated flag, letter. */
+    QStringList GetFlags() const;
+    /*! "MM"; empty for an option without a value. */
+    QString GetPlaceholder() const;
+    /*! "--max-length MM", "--[no-]output-rosette", "-h, --help" */
     QString GetUsage() const;
+    /*! Its value is a list, which the names of each further flag are added to. */
+    bool IsList() const { return kind == List || kind == Choices; }
 };
 
 namespace JobSettingTable
 {
-/*! All settings, in the order of --help. */
+/*! All settings of a job, in the order of --help. */
 const QList<JobSetting>& GetAll();
 /*! Null if there is none. */
 const JobSetting* FindByKey(const QString& key);
@@ -69,3 +84,6 @@ QVariant ParseJson(const JobSetting& setting, const ZETOpenJsonValue& value);
 
 /*! Reads a settings file: a JSON object whose keys are those of the table. Throws JobError. */
 JobSettings ReadSettingsFile(const QString& file);
+
+/*! The settings of the flags, completed by those of the file that the setting "settings" names. Throws JobError. */
+JobSettings CompleteSettings(const JobSettings& flags);

@@ -134,7 +134,9 @@ class Calls(PreviewTest):
                 ([PANEL, "--output", "a", "--size", "100x100"], "--size: expected a size such as 1600x1000"),
                 ([PANEL, "--output", "a", "--formats", "gif"], "--formats: expected some of html, png, svg"),
                 ([PANEL, "--output", "a", "--formats"], "expected a value behind --formats, found none"),
-                ([PANEL, "--output", "a", "--sides=top"], "unknown option --sides"),
+                ([PANEL, "--output", "a", "--sides=top"], "unknown option --sides, did you mean --side?"),
+                ([PANEL, "--output", "a", "--formats", ","], "--formats: expected some of html, png, svg"),
+                ([PANEL, "--output", "a", "--size", "10001x1000"], "--size: expected a size such as 1600x1000"),
                 ([PANEL, "--output", "a", "--plies", "P9"], 'the model has no ply to output called "P9"')):
             with self.subTest(arguments=arguments):
                 self.expect(self.run_tool(*arguments), 2, text)

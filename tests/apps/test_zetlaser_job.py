@@ -111,6 +111,29 @@ class CommandLine(JobTest):
                 self.expect(self.run_tool(*arguments), 2, text)
                 self.assertEqual(self.names(), [])
 
+    def test_help_of_a_command_comes_by_word_and_by_flag(self):
+        for command in ("", "preview", "help"):
+            with self.subTest(command=command):
+                by_flag = self.run_tool(*command.split(), "--help")
+                self.expect(by_flag, 0, f"Usage: zetlaser-job {command}".strip())
+                self.assertEqual(self.run_tool("help", *command.split()).stdout, by_flag.stdout)
+                self.assertEqual(self.run_tool(*command.split(), "-h").stdout, by_flag.stdout)
+        listed = self.run_tool("--help").stdout.partition("Commands ")[2].partition("General:")[0]
+        self.assertEqual(re.findall(r"(?m)^  (\w+) ", listed), ["preview", "help"])
+        self.expect(self.run_tool("help", "preveiw"), 2, "unknown command preveiw, did you mean preview?")
+        self.expect(self.run_tool("help", "zzzzzzzz"), 2, "unknown command zzzzzzzz")
+        self.expect(self.run_tool("help", "preview", "help"), 2, "expected one command, found a second one: help")
+
+    def test_a_misspelt_command_is_told(self):
+        self.expect(self.run_tool("preveiw", PANEL), 2, "unknown command preveiw, did you mean preview?")
+        self.expect(self.run_tool("preveiw.json", "--type", "virtek", "--output", "a.ply"), 3, "preveiw.json: no such file")
+        shutil.copy(PANEL, self.folder / "preveiw")
+        self.expect(self.run_tool("preveiw", "--type", "virtek", "--output", "a.ply"), 0, "written: a.ply ")
+
+    def test_nothing_behind_two_hyphens_is_an_option(self):
+        self.expect(self.run_tool("--type", "virtek", "--output", "a.ply", "--", "--help"), 3, "--help: no such file")
+        self.expect(self.run_tool("--", PANEL, "--type=virtek"), 2, "expected one layup file, found a second one: --type=")
+
     def test_unknown_names_of_the_model_are_told(self):
         for flag, text in (
                 ("--configuration=Lasr", 'the model has no configuration "Lasr", did you mean "Laser"?'),

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "JobCommand.h"
+
+/*! "zetlaser-job preview": a page for the browser, and pictures. */
+JobCommand MakePreviewCommand();
