@@ -5,6 +5,7 @@
 #include "features/ZETLaserTarget.h"
 #include "laser/ZETLaserGroup.h"
 #include "laser/ZETLaserPoint.h"
+#include "openhost/ZETFeature/ZETOpenModel.h"
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
@@ -142,6 +143,7 @@ private slots:
     void collectedTextsAreCountedByParameter();
 
     void targetsAreCollectedInModelOrder();
+    void targetsMayStandAnywhereInTheModel();
     void aModelWithoutTargetsIsToldInTheReport();
     void aJobWithoutProjectorsIsToldInTheReport();
     void aJobWithProjectorsIsNotTold();
@@ -486,6 +488,14 @@ void TestLaserWriterFrame::targetsAreCollectedInModelOrder()
     TestJob job(u"target B 0,0,0 projector P { 1 } target A 0,0,0 layup L { } target C 0,0,0"_s);
     QCOMPARE(ToText(Probe::CollectTargets(job.GetModel())), u"B A C"_s);
     QCOMPARE(ToText(Probe::CollectTargets(nullptr)), u""_s);
+}
+
+void TestLaserWriterFrame::targetsMayStandAnywhereInTheModel()
+{
+    TestJob job(u"target A 0,0,0 target C 0,0,0"_s);
+    auto* below = ZETOpenModel::Create("ZETLaserTarget", *job.GetTargets().first(), ZETOpenModel::ParentCheck::None);
+    ZETOpenModel::SetLabel(*below, u"B"_s);
+    QCOMPARE(ToText(Probe::CollectTargets(job.GetModel())), u"A B C"_s);
 }
 
 void TestLaserWriterFrame::aModelWithoutTargetsIsToldInTheReport()

@@ -1,3 +1,4 @@
+#include "laser/ZETLaserOptions.h"
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
@@ -63,6 +64,7 @@ private slots:
     void numbersHaveThreeDecimals();
     void aZeroNormalIsLeftOut();
     void inchesScalePointsAndTextSizes();
+    void allUnitsButInchesAreCalledMillimetres();
     void theOffsetPointCounts();
 
     void eachTypeOfParameterHasItsLine();
@@ -253,6 +255,15 @@ void TestWriterAG::inchesScalePointsAndTextSizes()
                               "$*SENSOR    1   1.000 0.000 -2.000 T\n$*DISPLAYMODE WCAICT\n$*PLY       P\n"
                               "PENUP\nGOTO        1.000 10.000 0.000  0.600 0.000 0.800\nPENDWN\n"
                               "PENUP\nGOTO        1.000 0.000 0.000\n$*LASERTEXT 0.500 \"T\"\n$*PARTNO    \n"_ba);
+}
+
+void TestWriterAG::allUnitsButInchesAreCalledMillimetres()
+{
+    TestJob job(u"filetype 5 group G { contour { open 25.4,0,0 } }"_s);
+    job.GetOptions().SetUnits(ZETLaserOptions::EUnits(2));
+    const QByteArray part = WriteOutput(job, u"wing.PRT"_s).part;
+    QVERIFY(part.contains("\n$*UNITS     MM\n"));
+    QVERIFY(part.contains("\nGOTO        25.400 0.000 0.000\n"));
 }
 
 void TestWriterAG::theOffsetPointCounts()

@@ -1,9 +1,15 @@
+#include "features/ZETLaserTarget.h"
+#include "laser/ZETLaserContour.h"
+#include "laser/ZETLaserCurve.h"
 #include "laser/ZETLaserEntityProperties.h"
 #include "laser/ZETLaserGroup.h"
+#include "laser/ZETLaserOptions.h"
+#include "openhost/ZETFeature/ZETOpenModel.h"
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestJob.h"
 #include "tests/support/TestOutput.h"
+#include "tests/support/TestTranslator.h"
 #include "writers/ZETLaserWriterGS.h"
 
 #include <ZETComposites/ZETCompRoot.h>
@@ -73,17 +79,20 @@ private slots:
     void theFirstLineHoldsThePartName();
     void nestingOutputHasItsUnits_data();
     void nestingOutputHasItsUnits();
+    void allUnitsButInchesAreCalledMillimetres();
 
     void plainOutputHasCommentsAndNoNestLines();
     void nestingOutputHasNestLinesAndNoComments();
     void parametersGoAheadOfContours();
     void groupsWithoutPointsWriteNothing();
+    void contoursOfTheRootArePassedOver();
     void nestFlagsChangeNothing();
     void thePlyNumberCountsPliesAndSubPlies();
     void theThousandthPlyIsWider();
     void aPlyWithSubPliesEndsWithTheirLastNumber();
 
     void aSubPlyIsLabelledWithItsPly();
+    void headsHaveLabelsOfTheModelAndPartsNamesOfTheTree();
     void aSubPlyWithoutAPlyKeepsTheNameBefore();
     void nullPliesAreNamedByTheirGroups();
     void namesStayFromTheLevelBefore();
@@ -94,6 +103,7 @@ private slots:
     void theDirectionHasSixDigits();
 
     void aRosetteUsesUpNoNumber();
+    void aRosetteIsKnownByItsTranslatedName();
     void curveNumbersRestartInEachContour();
     void aClosedCurveOfOnePointIsClosed();
     void curvesWithoutPointsUseUpNoNumber();
@@ -113,6 +123,7 @@ private slots:
     void withoutProjectorsTheTargetsAreThoseOfLaserOne();
     void theLineGoesOnBehindAProjectorsEnd();
     void projectorsNeedNoSelection();
+    void projectorsMayStandAnywhereInTheModel();
     void aNullTargetUsesUpItsIndex();
     void moreThan99TargetsGrowTheIndex();
     void quilmonHasNoCalibration();
@@ -160,6 +171,13 @@ void TestWriterGS::nestingOutputHasItsUnits()
                  "N000-00-01M19(,1-1,,TOOL0,NEW)\n" + line + "N000-00-02M19(2-1)\nN000-01-01M30\n");
 }
 
+void TestWriterGS::allUnitsButInchesAreCalledMillimetres()
+{
+    TestJob job(u"filetype 7 type 2"_s);
+    job.GetOptions().SetUnits(ZETLaserOptions::EUnits(2));
+    QVERIFY(WriteOutput(job, u"wing.PRT"_s).part.contains("\nN000-00-01M19(UNITS=MM)\n"));
+}
+
 void TestWriterGS::plainOutputHasCommentsAndNoNestLines()
 {
     const QString ply = u"ply \"P 1\" { contour \"C 1\" { open \"K 1\" 1,2,3 } }"_s;
@@ -200,6 +218,18 @@ void TestWriterGS::groupsWithoutPointsWriteNothing()
     const auto output = Write(u"layup L { sequence S { ply P { contour { open } text T 0,0,0 1,0,0 0,1,0 1 } } }"_s);
     COMPARE_TEXT(DataOf(output.part), ""_ba);
     QVERIFY(output.part.endsWith("\nN000-01-01M30\n"));
+}
+
+void TestWriterGS::contoursOfTheRootArePassedOver()
+{
+    TestJob job(u"filetype 7"_s);
+    const auto contour = QSharedPointer<ZETLaserContour>::create(job.GetTree());
+    const auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
+    curve->GetPoints().append(ZETLaserPoint());
+    contour->AddCurve(curve);
+    job.GetTree()->AddContour(contour);
+    QCOMPARE(job.GetTree()->GetPointCount(), 1);
+    COMPARE_TEXT(DataOf(WriteOutput(job, u"wing.PRT"_s).part), ""_ba);
 }
 
 void TestWriterGS::nestFlagsChangeNothing()
@@ -252,6 +282,22 @@ void TestWriterGS::aSubPlyIsLabelledWithItsPly()
              QByteArrayList({"N002-01-01M11(S;P;A;1)", "N003-01-01M11(S;P;B;1)", "N005-01-01M11(S;Q;C;1)"}));
 }
 
+void TestWriterGS::headsHaveLabelsOfTheModelAndPartsNamesOfTheTree()
+{
+    TestJob job(u"filetype 7 type 2 ply Group { contour { open 0,0,0 } } "
+                "ply Parent { subply Child { contour { open 0,0,0 } } }"_s);
+    const auto groups = job.GetTree()->GetChildren();
+    const auto child = groups[1].staticCast<ZETLaserGroup>()->GetChildren().first();
+    ZETOpenModel::SetLabel(*ObjectIn<ZETFeatObject>(*groups[0], ZETLaserEntityProperties::ply), u"P"_s);
+    ZETOpenModel::SetLabel(*ObjectIn<ZETFeatObject>(*groups[1], ZETLaserEntityProperties::ply), u"Q"_s);
+    ZETOpenModel::SetLabel(*ObjectIn<ZETFeatObject>(*child, ZETLaserEntityProperties::subPly), u"S"_s);
+    const QByteArray part = WriteOutput(job, u"wing.PRT"_s).part;
+    for (const char* line :
+         {"\nN001-01-01M19(NESTPART=Group)\n", "\nN001-01-01M11(;P;1)\n", "\nN002-01-01M19(NESTPART=Parent)\n",
+          "\nN003-01-01M19(NESTPART=Child)\n", "\nN003-01-01M11(;Q;S;1)\n"})
+        QVERIFY2(part.contains(line), line);
+}
+
 void TestWriterGS::aSubPlyWithoutAPlyKeepsTheNameBefore()
 {
     TestJob job(u"filetype 7 type 2 ply P { contour { open 0,0,0 } } nullsubply S { contour { open 0,0,0 } }"_s);
@@ -270,7 +316,14 @@ void TestWriterGS::nullPliesAreNamedByTheirGroups()
     QCOMPARE(Heads(u"sequence S { nullply P { contour { open 0,0,0 } } nullsubply A { contour { open 0,0,0 } } "
                    "nullsubply B { contour { open 0,0,0 } } }"_s),
              QByteArrayList({"N001-01-01M11(S;P;1)", "N002-01-01M11(S;P;A;1)", "N003-01-01M11(S;P;A;B;1)"}));
-    QVERIFY(!Write(u"type 2 nullply P { contour { open 0,0,0 } }"_s).part.contains("DIRECTION"));
+    // A null has no direction, nor that of the ply before.
+    const QByteArray part = Write(u"type 2 ply P { contour { open 0,0,0 } } nullsubply S { contour { open 0,0,0 } } "
+                                  "ply Q { contour { open 0,0,0 } } nullply N { contour { open 0,0,0 } }"_s)
+                                .part;
+    QVERIFY(part.contains("\nN001-01-01M19(DIRECTION=0)\n"));
+    QVERIFY(!part.contains("\nN002-01-01M19(DIRECTION="));
+    QVERIFY(part.contains("\nN003-01-01M19(DIRECTION=0)\n"));
+    QVERIFY(!part.contains("\nN004-01-01M19(DIRECTION="));
 }
 
 void TestWriterGS::namesStayFromTheLevelBefore()
@@ -335,6 +388,13 @@ void TestWriterGS::aRosetteUsesUpNoNumber()
              QByteArrayList({"N001-01-01M11(;P;1)", "N001-01-01M11(;P;ROSETTE)", "N001-01-01M11(;P;ROSETTE)",
                              "N001-01-01M11(;P;2)", "N001-01-01M11(;P;3)", "N001-01-01M11(;P;4)"}));
     QVERIFY(Data(u"ply P { contour { open Rosette 0,0,0 } }"_s).contains("\nN001-01-01M11(;P-ROSETTE)\n"));
+}
+
+void TestWriterGS::aRosetteIsKnownByItsTranslatedName()
+{
+    const TestTranslator translator("ZETLaserWriterGS");
+    QCOMPARE(Heads(u"ply P { contour { open Rosette 0,0,0 open \"P1* Rosette\" 0,0,0 } }"_s),
+             QByteArrayList({"N001-01-01M11(;P;1)", "N001-01-01M11(;P;ROSETTE)"}));
 }
 
 void TestWriterGS::curveNumbersRestartInEachContour()
@@ -491,6 +551,13 @@ void TestWriterGS::projectorsNeedNoSelection()
     COMPARE_TEXT(ReportBody(output.report), "\nWriting 2 targets in 2 projectors"_ba);
     COMPARE_TEXT(ReportBody(Write(u"target A 1,0,0 idleprojector P { 1 } ply P { contour { open 0,0,0 } }"_s).report),
                  "\nWriting 1 targets in 1 projectors"_ba);
+}
+
+void TestWriterGS::projectorsMayStandAnywhereInTheModel()
+{
+    TestJob job(u"filetype 7 target A 1,0,0 ply P { contour { open 0,0,0 } }"_s);
+    ZETOpenModel::Create("ZETLaserProjector", *job.GetTargets().first(), ZETOpenModel::ParentCheck::None);
+    COMPARE_TEXT(ReportBody(WriteOutput(job, u"wing.PRT"_s).report), "\nWriting 0 targets in 1 projectors"_ba);
 }
 
 void TestWriterGS::aNullTargetUsesUpItsIndex()

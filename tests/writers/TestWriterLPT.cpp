@@ -246,6 +246,7 @@ private slots:
     void theMakeShowsInTheMessageAlone();
     void theDateIsThatOfTheWriting();
     void allChildrenOfTheRootCountAsTopLayers();
+    void contoursOfTheRootAreTopLayersWithoutAnElement();
     void namesAreEscaped();
 
     void aPlyWithSubPliesLeavesNoElement();
@@ -281,6 +282,7 @@ private slots:
     void driftShowsInTheTool();
     void theToolFileKeepsTheExtension_data();
     void theToolFileKeepsTheExtension();
+    void theToolStandsBesideAPartInAnotherFolder();
     void theToolFileCanHaveItsOwnFolder();
     void targetsInInchesOnAnAxis();
 };
@@ -324,6 +326,16 @@ void TestWriterLPT::allChildrenOfTheRootCountAsTopLayers()
     const QByteArray part = Write(u"group A { contour { open 0,0,0 } } group B { contour { open } }"_s).part;
     QCOMPARE(Attributes(part, "PART", "TOPLAYERS"), "2"_ba);
     QCOMPARE(Attributes(part, "PLY", "NAME"), "A,A"_ba);
+}
+
+void TestWriterLPT::contoursOfTheRootAreTopLayersWithoutAnElement()
+{
+    TestJob job(u"filetype 1"_s);
+    for (int i = 0; i < 3; ++i)
+        job.GetTree()->AddContour(QSharedPointer<ZETLaserContour>::create(job.GetTree()));
+    const QByteArray part = WriteOutput(job, u"wing.XML"_s).part;
+    QCOMPARE(Attributes(part, "PART", "TOPLAYERS"), "3"_ba);
+    QVERIFY(part.endsWith("DEFAULTLASER=\"0\"/>\n</XML>\n"));
 }
 
 void TestWriterLPT::namesAreEscaped()
@@ -595,6 +607,16 @@ void TestWriterLPT::theToolFileKeepsTheExtension()
     const auto output = Write(u"target A 0,0,0"_s, part, tool);
     QVERIFY(output.hasTargets);
     QCOMPARE(Attributes(output.targets, "TOOL", "NAME"), tool.toUtf8());
+}
+
+void TestWriterLPT::theToolStandsBesideAPartInAnotherFolder()
+{
+    QVERIFY(QDir().mkpath(u"parts"_s));
+    const auto output = Write(u"target A 0,0,0 "_s + pointPly, u"parts/wing.XML"_s, u"parts/Tool-wing.XML"_s);
+    QVERIFY(output.hasTargets);
+    QCOMPARE(Attributes(output.targets, "TOOL", "NAME"), "Tool-wing.XML"_ba);
+    QVERIFY(ReportBody(output.report)
+                .endsWith("\nWriting 1 targets to file " + QDir::currentPath().toUtf8() + "/parts/Tool-wing.XML"));
 }
 
 void TestWriterLPT::theToolFileCanHaveItsOwnFolder()

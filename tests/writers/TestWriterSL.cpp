@@ -89,6 +89,7 @@ private slots:
     void aNullTargetUsesUpNoNumber();
     void aNullProjectorKeepsItsNumberAsItsCount();
     void seventeenProjectorsAreOneTooMany();
+    void theLimitIsToldAheadOfTheTargets();
     void sixteenProjectorsAreNot();
     void unnamedTargetsTakeTheNumberOfTheirLaser();
     void blanksInTargetNamesAreReplaced();
@@ -344,6 +345,14 @@ void TestWriterSL::seventeenProjectorsAreOneTooMany()
     QVERIFY(output.targets.endsWith(TargetLine(16, 1, "1.000000", "A")));
     COMPARE_TEXT(ReportBody(output.report), "SL data only supports 16 Laser projectors\n"
                                             "\nWriting 16 targets in 16 projectors to file wing.cp1"_ba);
+}
+
+void TestWriterSL::theLimitIsToldAheadOfTheTargets()
+{
+    const QString job = u"target \"A 1\" 1,0,0 projector P { 1 } "_s + u"projector Q { } "_s.repeated(16) + pointPly;
+    COMPARE_TEXT(ReportBody(Write(job).report), "SL data only supports 16 Laser projectors\n"
+                                                "Substituting spaces in target name 'A 1' with underscore\n"
+                                                "\nWriting 1 targets in 16 projectors to file wing.cp1"_ba);
 }
 
 void TestWriterSL::sixteenProjectorsAreNot()
