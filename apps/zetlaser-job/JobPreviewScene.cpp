@@ -1,5 +1,6 @@
 #include "JobPreviewScene.h"
 
+#include "JobPly.h"
 #include "JobSteps.h"
 
 #include "features/ZETLaserProjector.h"
@@ -8,10 +9,7 @@
 #include "openhost/ZETVisualization/ZETOpenScene.h"
 
 #include <ZETComposites/ZETCompLayup.h>
-#include <ZETComposites/ZETCompPly.h>
 #include <ZETComposites/ZETCompRoot.h>
-#include <ZETComposites/ZETCompSequence.h>
-#include <ZETComposites/ZETCompSubPly.h>
 #include <ZETFeature/ZETFeatGeometry.h>
 #include <ZETFeature/ZETFeatVisObject.h>
 #include <ZETMaterial/ZETMatMaterial.h>
@@ -22,7 +20,6 @@
 #include <QSet>
 
 #include <cmath>
-#include <numbers>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,47 +35,26 @@ QString Translate(const char* text)
     return QCoreApplication::translate("zetlaser-job", text);
 }
 
-/*! The nearest feature of that class that \a feature stands below, \a feature included; null if there is none. */
-template <typename Feature>
-const Feature* FindAbove(const ZETFeatObject* feature)
+void DescribeMaterial(const ZETMatMaterial& material, JobPreviewPly& described)
 {
-    for (const ZETFeatObject* at = feature; at; at = at->GetParent()) {
-        if (const auto* found = qobject_cast<const Feature*>(at))
-            return found;
-    }
-    return nullptr;
-}
-
-QString GetLabel(const ZETFeatObject* feature)
-{
-    return feature ? feature->GetLabel() : QString();
-}
-
-void DescribeMaterial(const ZETCompPly& ply, JobPreviewPly& described)
-{
-    const ZETMatMaterial* material = ply.GetMaterials().value(0);
-    if (!material)
-        return;
-    described.material = material->GetLabel();
-    QStringList details{material->GetMaterialType(), material->GetMaterialId()};
-    if (material->GetThickness() > 0.0)
-        details.append(Translate("%1 mm").arg(material->GetThickness()));
+    described.material = material.GetLabel();
+    QStringList details{material.GetMaterialType(), material.GetMaterialId()};
+    if (material.GetThickness() > 0.0)
+        details.append(Translate("%1 mm").arg(material.GetThickness()));
     details.removeAll(QString());
     described.materialDetails = details.join(u", "_s);
 }
 
 JobPreviewPly Describe(const ZETFeatObject& feature)
 {
+    const JobPly ply(feature);
     JobPreviewPly described;
-    described.layup = GetLabel(FindAbove<ZETCompLayup>(&feature));
-    described.sequence = GetLabel(FindAbove<ZETCompSequence>(&feature));
-    described.name = feature.GetLabel();
-    if (const auto* ply = FindAbove<ZETCompPly>(&feature)) {
-        if (ply != &feature)
-            described.name = ply->GetLabel() + u" / "_s + described.name;
-        described.direction = ply->GetDirection() * 180.0 / std::numbers::pi;
-        DescribeMaterial(*ply, described);
-    }
+    described.layup = ply.layup;
+    described.sequence = ply.sequence;
+    described.name = ply.parent.isEmpty() ? ply.name : ply.parent + u" / "_s + ply.name;
+    described.direction = ply.direction;
+    if (ply.material)
+        DescribeMaterial(*ply.material, described);
     return described;
 }
 

@@ -89,8 +89,9 @@ bool IsInLayups(const ZETCompPlyBase& ply, const QStringList& layups)
 void ApplySettings(ZETLaserOptions& options, const JobSettings& settings, bool isBehindConfiguration)
 {
     for (const JobSetting& setting : JobSettingTable::GetAll()) {
-        if (setting.apply && settings.Has(setting.key) && (!isBehindConfiguration || setting.isBehindConfiguration))
-            setting.apply(options, settings.Get(setting.key));
+        if (setting.record.apply && settings.Has(setting.key) &&
+            (!isBehindConfiguration || setting.isBehindConfiguration))
+            setting.record.apply(options, settings.Get(setting.key));
     }
 }
 

@@ -35,13 +35,19 @@ struct JobSetting {
     /*! A Switch can be turned off, by "--no-"; a Flag can't. Choices are some of the choices, a List is any names. */
     enum Kind { Flag, Switch, Text, File, Folder, List, Number, Length, Integer, Choice, Choices, Color, PixelSize };
 
+    /*! How the value gets into the library's record of options, and which one is in there. Both are null for what the
+     * tool itself does. */
+    struct Record {
+        std::function<void(ZETLaserOptions&, const QVariant&)> apply = {};
+        std::function<QVariant(const ZETLaserOptions&)> read = {};
+    };
+
     QString key; //!< in a settings file; the flag is the same in small letters with hyphens
     Kind kind;
     QString section;          //!< heading in --help
     QString help;             //!< one sentence
     QStringList choices = {}; //!< of a Choice, in the order of the option's values
-    /*! Puts the value into the record; null for what the tool itself does. */
-    std::function<void(ZETLaserOptions&, const QVariant&)> apply = {};
+    Record record = {};
     /*! Has to be set again behind the configuration, which replaces it. */
     bool isBehindConfiguration = false;
     QString placeholder = {};  //!< of the value in --help; empty: that of the kind

@@ -109,7 +109,7 @@ void TestJobSettings::eachSettingSetsItsOptionAndNoOther()
     const JobSetting* setting = JobSettingTable::FindByKey(key);
     QVERIFY(setting);
     if (ownSettings.contains(key)) {
-        QVERIFY(!setting->apply);
+        QVERIFY(!setting->record.apply && !setting->record.read);
         return;
     }
     ZETLaserOptions options;
@@ -118,7 +118,9 @@ void TestJobSettings::eachSettingSetsItsOptionAndNoOther()
     QString expected;
     const QVariant value = JobSettingTable::ParseText(*setting, GetOtherText(*setting, before[key]), expected);
     QVERIFY2(value.isValid(), qPrintable(expected));
-    setting->apply(options, value);
+    QCOMPARE(setting->record.read(options), before[key]);
+    setting->record.apply(options, value);
+    QCOMPARE(setting->record.read(options), value);
     const auto after = TakeSnapshot(options);
     for (auto it = after.constBegin(); it != after.constEnd(); ++it)
         QCOMPARE(it.value() != before[it.key()], it.key() == key);
