@@ -15,6 +15,7 @@
 #include <ZETComposites/ZETCompRoot.h>
 #include <ZETFeature/ZETFeatContainer.h>
 #include <ZETMathematics/ZETMathPlane.h>
+#include <ZETMathematics/ZETMathZeroMagnitudeVectorException.h>
 #include <ZETVisualization/ZETVisEnvironment.h>
 #include <ZETVisualization/ZETVisOptions.h>
 #include <ZETVisualization/ZETVisPointPrimitive.h>
@@ -174,9 +175,12 @@ private slots:
     void leavesOfTheRootAreNotShown();
 
     void textBecomesRunsOnItsPlane();
+    void textHasItsSizeAndTwoSizesFromLineToLine();
     void textIsDrawnWithItsOptions();
     void textIsEvaluatedForItsPly();
     void textOfASubPlyIsEvaluatedForIt();
+    void textOfAGroupWithoutPlyIsShownAsTyped();
+    void textWithoutDirectionsThrows();
     void textWithoutSourceTypeShowsWithThePly();
     void textBelowNoPlyIsNotShown();
     void parameterHasNoPicture();
@@ -439,6 +443,21 @@ void TestLaserRenderer::textBecomesRunsOnItsPlane()
     QCOMPARE(stage.Render(), (Shown{{u"P1:1"_s, expected}}));
 }
 
+void TestLaserRenderer::textHasItsSizeAndTwoSizesFromLineToLine()
+{
+    // Of an upright stroke: 7 high, and 14 from one base line to the next.
+    Stage stage(u"ply P1 { text \"I\\nI\" 1,2,3 1,0,0 0,1,0 7 }"_s);
+    stage.Render();
+    const auto primitives = Content(*stage.Find(u"P1:0"_s)).primitives;
+    QCOMPARE(primitives.size(), 2);
+    const ZETMathBoundingBox upper = primitives.first()->GetPoints().GetBoundingBox();
+    const ZETMathBoundingBox lower = primitives.last()->GetPoints().GetBoundingBox();
+    QCOMPARE(upper.GetUpperPoint().GetY(), 9.0);
+    QCOMPARE(upper.GetLowerPoint().GetY(), 2.0);
+    QCOMPARE(lower.GetUpperPoint().GetY(), -5.0);
+    QCOMPARE(lower.GetLowerPoint().GetY(), -12.0);
+}
+
 void TestLaserRenderer::textIsDrawnWithItsOptions()
 {
     Stage stage(u"ply P1 { text H 0,0,0 1,0,0 0,1,0 10 }"_s);
@@ -465,6 +484,22 @@ void TestLaserRenderer::textOfASubPlyIsEvaluatedForIt()
     Stage plain(u"layup L1 { sequence S1 { ply P1 { subply A { text P1A 0,0,0 1,0,0 0,1,0 5 } } } }"_s);
     QCOMPARE(macro.Render(), plain.Render());
     QVERIFY(!plain.GetShown().value(u"A:0"_s).isEmpty());
+}
+
+void TestLaserRenderer::textOfAGroupWithoutPlyIsShownAsTyped()
+{
+    // It shows with the ply above its group, but macros are those of the group itself.
+    Stage group(u"layup L1 { sequence S1 { ply P1 { group G { text %PLY% 0,0,0 1,0,0 0,1,0 5 } } } }"_s);
+    Stage typed(u"layup L1 { sequence S1 { ply %PLY% { text %PLY% 0,0,0 1,0,0 0,1,0 5 } } }"_s);
+    QCOMPARE(group.Render().value(u"P1:0"_s), typed.Render().value(u"%PLY%:0"_s));
+    QVERIFY(!group.GetShown().value(u"P1:0"_s).isEmpty());
+}
+
+void TestLaserRenderer::textWithoutDirectionsThrows()
+{
+    // Meant: unlike the display object of the text, which isn't made then.
+    Stage stage(u"ply P1 { text A 0,0,0 0,0,0 0,0,0 5 }"_s);
+    QVERIFY_EXCEPTION_THROWN(stage.renderer->Render(), ZETMathZeroMagnitudeVectorException);
 }
 
 void TestLaserRenderer::textWithoutSourceTypeShowsWithThePly()

@@ -135,10 +135,10 @@ private Q_SLOTS:
 void TestFeatureVisObjects::textIsShownAsItsStrokes()
 {
     FeatureModel model;
-    const auto graphics = MakeRepresentation(*MakeText(model, u"Ply 1"_s));
+    const auto graphics = MakeRepresentation(*MakeText(model, u"Ply 1\nleft"_s)); // two lines, two text sizes apart
     QVERIFY(graphics);
     const auto strokes =
-        GetStrokes(u"Ply 1"_s, 5.0, ZETMathPoint(1, 2, 3), ZETMathVector(0, 0, 1), ZETMathVector(1, 0, 0));
+        GetStrokes(u"Ply 1\nleft"_s, 5.0, ZETMathPoint(1, 2, 3), ZETMathVector(0, 0, 1), ZETMathVector(1, 0, 0));
     QVERIFY(strokes.size() > 4);
     QVERIFY(AreRuns(Content(*graphics).primitives, strokes));
 }

@@ -127,6 +127,7 @@ private slots:
     void textsAreValidated();
 
     void evaluatingPliesHaveFlatPatternsAndNoParents();
+    void evaluatingPliesHaveTheirOwnFlatPatternAndNotTheConfigurations();
     void evaluatingPliesNeedAConfiguration();
     void duplicatesAreCounted();
     void emptyShapeNamesAreFound();
@@ -455,6 +456,17 @@ void TestLaserParameterProvider::evaluatingPliesHaveFlatPatternsAndNoParents()
     QCOMPARE(ZETTestModel::Labels(panel.Provider().GetEvaluatingPlies(panel.configuration)), u"B P3"_s);
 }
 
+void TestLaserParameterProvider::evaluatingPliesHaveTheirOwnFlatPatternAndNotTheConfigurations()
+{
+    // The pattern is asked for without a configuration, so what this one includes doesn't matter.
+    const FlatPlies model({"A", "B"});
+    const ZETLaserParameterProvider provider(&model.container);
+    auto* ply = provider.GetEvaluatingPlies(model.configuration).first();
+    ZETOpenComposites::SetIncluded(*model.configuration, *ply, ZETTestModel::AddStrategy(ply)); // has no pattern
+    QVERIFY(!ply->GetFlatPattern(model.configuration));
+    QCOMPARE(ZETTestModel::Labels(provider.GetEvaluatingPlies(model.configuration)), u"A B"_s);
+}
+
 void TestLaserParameterProvider::evaluatingPliesNeedAConfiguration()
 {
     const FlatPlies model({"A"});
@@ -595,6 +607,8 @@ void TestLaserParameterProvider::flatContourFallsBackToThePly()
 {
     const Panel panel;
     auto* own = ZETTestModel::Add<ZETCompFlatPattern>(panel.ply1, "Own");
+    auto* second = ZETTestModel::Add<ZETCompFlatPattern>(panel.ply1, "Second"); // only the first counts
+    ZETTestModel::Add<ZETCompFlatContour>(second, "Other");
     ZETTestModel::AddStrategy(panel.ply1);
     QCOMPARE(panel.Provider().GetEvaluatingFlatContourFromPly(panel.configuration, panel.ply1), nullptr);
     auto* contour = ZETTestModel::Add<ZETCompFlatContour>(own, "Fallback");

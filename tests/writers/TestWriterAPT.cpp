@@ -1,6 +1,7 @@
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 #include "tests/support/TestFiles.h"
 #include "tests/support/TestOutput.h"
+#include "tests/support/TestTranslator.h"
 
 #include <QtTest>
 
@@ -18,6 +19,8 @@ private slots:
     void theStubIsTheSameForEveryTree();
     void theUserIsToldThatTheFormatIsNotSupported_data() { theStubIsTheSameForEveryTree_data(); }
     void theUserIsToldThatTheFormatIsNotSupported();
+    void theMessageIsTranslatedAndTheFormatIsNot_data() { theStubIsTheSameForEveryTree_data(); }
+    void theMessageIsTranslatedAndTheFormatIsNot();
     void withoutAQueueTheFilesAreWrittenAllTheSame();
     void theNameOfTheRootStandsAsItIs();
 };
@@ -54,6 +57,17 @@ void TestWriterAPT::theUserIsToldThatTheFormatIsNotSupported()
     COMPARE_TEXT(ReportBody(output.report), ""_ba);
     QVERIFY(output.report.contains("\n\nNO PLY DATA WRITTEN!\n"));
     QVERIFY(output.report.contains("Warning & Error messages:\n" + format + " laser data not supported\n"));
+}
+
+void TestWriterAPT::theMessageIsTranslatedAndTheFormatIsNot()
+{
+    QFETCH(QString, type);
+    QFETCH(QByteArray, format);
+    const QByteArray context = "ZETLaserWriter" + format;
+    const TestTranslator translator(context.constData());
+    const auto output = WriteOutput(type + u"rootname R"_s, u"wing.APT"_s);
+    QCOMPARE(QueuedMessages(), QStringList(u"2 * %1 laser data not supported"_s.arg(QString::fromLatin1(format))));
+    QVERIFY(output.part.startsWith("LAYER START myData\n... this will become " + format + " ply data ...\n"));
 }
 
 void TestWriterAPT::withoutAQueueTheFilesAreWrittenAllTheSame()
