@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# install-dependencies.sh [build|bench|lint|browser]...
+# install-dependencies.sh [build|bench|lint|browser|cad]...
 #
 # Installs the Debian packages that building and testing (build, the default), the benchmarks (bench), the source checks
-# (lint) or the test of the preview's page (browser, 110 MB to load) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
+# (lint), the test of the preview's page (browser, 110 MB to load) or the test that has a CAD program draw a DXF file
+# (cad, 16 MB) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
 set -euo pipefail
 
 # Why each is needed stands in docs/architecture.md.
@@ -18,6 +19,7 @@ build_packages=(
 bench_packages=(libbenchmark-dev libboost-dev libdxflib-dev python3-ezdxf)
 lint_packages=(clang-format clang-tidy)
 browser_packages=(chromium)
+cad_packages=(librecad)
 
 say() { echo "install-dependencies: $*"; }
 fail() { say "$*" >&2; exit 1; }
@@ -29,7 +31,8 @@ for group in "${@:-build}"; do
         bench) wanted+=("${bench_packages[@]}") ;;
         lint) wanted+=("${lint_packages[@]}") ;;
         browser) wanted+=("${browser_packages[@]}") ;;
-        *) fail "unknown group \"$group\", expected build, bench, lint or browser" ;;
+        cad) wanted+=("${cad_packages[@]}") ;;
+        *) fail "unknown group \"$group\", expected build, bench, lint, browser or cad" ;;
     esac
 done
 
