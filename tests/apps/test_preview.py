@@ -242,6 +242,28 @@ class Page(PreviewTest):
         self.assertFalse(self.browser.evaluate("preview.scene.surface.visible"))
         self.assert_quiet()
 
+    def test_texts_are_shown_and_hidden(self):
+        self.open(PANEL, "--plies", "P4")
+        self.assertGreater(self.drawn()[0], 8)
+        self.click("#show-1")
+        self.assertEqual(self.drawn(), (8, 3))  # a triangle with its normals, and the rosette: two axes, three dots
+        self.assert_quiet()
+
+    def test_seed_curves_are_shown_and_hidden(self):
+        without = self.preview(BLADE, "--plies", "P003", "--no-use-seed-curve", "--formats", "svg")
+        self.open(BLADE, "--plies", "P003", "--use-seed-curve")
+        self.assertGreater(self.shown[2], without[2])
+        self.click("#show-4")
+        self.assertEqual(self.drawn(), (without[2], without[3] - without[1]))
+        self.assert_quiet()
+
+    def test_the_tool_is_drawn_as_a_mesh(self):
+        triangles = "(preview.scene.draw(), preview.scene.renderer.info.render.triangles)"
+        self.open(BLADE, *PLAIN[2:], "--plies", "P003")
+        both = self.browser.evaluate(triangles)
+        self.click("#show-surface")
+        self.assertGreater(both - self.browser.evaluate(triangles), 100)  # it is curved
+
     def test_plies_beneath_are_shown_when_asked_for(self):
         self.open(PANEL)
         self.browser.press("End")

@@ -349,6 +349,9 @@ void TestLaserParameterProvider::valueThatHoldsAMacroIsReplacedByALaterOne()
     QCOMPARE(panel.Evaluate(panel.ply1, u"%PLY% %SEQ%"_s), u"S1 S1"_s);
     QCOMPARE(panel.Evaluate(panel.ply1, u"%SEQ% %PLY%"_s), u"S1 %SEQ%"_s); // by a later one only
     QCOMPARE(panel.Evaluate(panel.ply1, u"%PLY%"_s), u"%SEQ%"_s);
+    // And once for each macro, however often it stands in the text.
+    ZETOpenModel::SetLabel(*panel.ply1, u"%PLY%a"_s);
+    QCOMPARE(panel.Evaluate(panel.ply1, u"%PLY% %PLY%"_s), u"%PLY%a %PLY%a"_s);
 }
 
 void TestLaserParameterProvider::valueIsNotTakenForAPattern()

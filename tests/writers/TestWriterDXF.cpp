@@ -198,6 +198,7 @@ private slots:
 
     // nesting, plies
     void eachPlyHasAFile();
+    void plyOfSeveralGroupsHasOneFile();
     void reportOfThePliesHasNoCounts();
     void plyWithoutMaterialHasNoFile();
     void subPlyHasAFileAndItsLabelInTheName();
@@ -680,6 +681,16 @@ void TestWriterDXF::eachPlyHasAFile()
              (QStringList{u"L1_S1_P1 wing__L1_S1_P1.DXF Twill"_s, u"L1_S1_P2 wing__L1_S1_P2.DXF Plain"_s}));
     QCOMPARE(Messages(), (QStringList{u"0 DXF nesting data have been successfully written to file:\n wing.DXF"_s,
                                       u"0 There are 2 plies"_s}));
+}
+
+void TestWriterDXF::plyOfSeveralGroupsHasOneFile()
+{
+    TestJob job(twoPlies + u"filemode ply"_s);
+    AddPlyGroup(job, qobject_cast<ZETCompPly*>(PlyNamed(job, u"P1"_s)));
+    Write(job);
+    QCOMPARE(Dxf(u"wing__L1_S1_P1.DXF"_s).entities.mid(3),
+             (QStringList{u"polyline 1/0/0 flags 0: 0,0,0 10,0,0"_s, u"polyline 1/0/0 flags 0: 0,0,0 1,0,0"_s}));
+    QCOMPARE(Messages().mid(1), QStringList{u"0 There are 2 plies"_s});
 }
 
 void TestWriterDXF::reportOfThePliesHasNoCounts()
