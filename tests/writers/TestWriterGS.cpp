@@ -329,8 +329,10 @@ void TestWriterGS::nullPliesAreNamedByTheirGroups()
 void TestWriterGS::namesStayFromTheLevelBefore()
 {
     QCOMPARE(Heads(u"layup L { sequence S { ply P { contour { open 0,0,0 } } } } "
-                   "layup M { ply Q { contour { open 0,0,0 } } } group G { contour { open 0,0,0 } }"_s),
-             QByteArrayList({"N001-01-01M11(S;P;1)", "N002-01-01M11(S;Q;1)", "N002-01-01M11(S;Q;1)"}));
+                   "layup M { ply Q { contour { open 0,0,0 } } } group G { contour { open 0,0,0 } } "
+                   "sequence T { contour { open 0,0,0 } }"_s),
+             QByteArrayList(
+                 {"N001-01-01M11(S;P;1)", "N002-01-01M11(S;Q;1)", "N002-01-01M11(S;Q;1)", "N002-01-01M11(T;Q;1)"}));
     const QByteArray part = Write(u"type 2 layup L { ply P { contour { open 0,0,0 } } } "
                                   "sequence S { ply Q { contour { open 0,0,0 } } }"_s)
                                 .part;
