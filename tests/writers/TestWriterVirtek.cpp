@@ -6,7 +6,6 @@
 #include "tests/support/TestOutput.h"
 #include "tests/support/TestTranslator.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QtTest>
 
@@ -92,7 +91,6 @@ private slots:
     void theCalibrationFileReplacesThreeCharacters();
     void aFileNameWithAPlaceholderStaysWhole();
     void aFileNameWithAPlaceholderStaysWholeInTheListOfProjectors();
-    void aCalibrationFileThatCannotBeOpenedStopsNothing();
 
     void theReportCountsPliesAndSubPlies();
     void theWrittenMessageIsInTheReport();
@@ -521,15 +519,6 @@ void TestWriterVirtek::aFileNameWithAPlaceholderStaysWholeInTheListOfProjectors(
     TestJob job(u"target A 1,0,0 projector P { 1 }"_s);
     const auto written = Write(job, u"wing %1 %3.ply"_s);
     QVERIFY(written.report.contains("\nWriting 1 targets in 1 projectors to file wing %1 %3.cal\n"));
-}
-
-void TestWriterVirtek::aCalibrationFileThatCannotBeOpenedStopsNothing()
-{
-    QVERIFY(QDir().mkpath(u"blocked.cal"_s)); // a folder of that name
-    TestJob job(u"target A 1,0,0 ply P { contour { open 0,0,0 } }"_s);
-    QVERIFY(job.Write<ZETLaserWriterVirtek>(u"blocked.ply"_s));
-    QVERIFY(ReadBytes(u"blocked.ply"_s).endsWith("END P\nEOD\n"));
-    QVERIFY(ReadBytes(u"blocked.ply-report.htm"_s).contains("Writing 1 targets to file blocked.cal"));
 }
 
 void TestWriterVirtek::theReportCountsPliesAndSubPlies()
