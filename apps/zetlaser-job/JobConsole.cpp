@@ -114,4 +114,5 @@ void JobConsole::TellRepeatedMessages()
                              .arg(counted.count));
     }
     GetMessages().clear();
+    ZETOpenMessageQueue::Clear();
 }

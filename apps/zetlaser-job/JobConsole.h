@@ -20,6 +20,7 @@ void EndProgress();
 /*! Sends messages of the queue to WriteMessage, with their severity in words. Of equal ones, which come once for each
  *  ply, only the first is written at once. */
 void ListenToMessageQueue();
-/*! Tells how many equal messages came behind the first. */
+/*! Tells how many equal messages came behind the first. Then forgets them all and empties the queue, so that what comes
+ *  next begins anew. */
 void TellRepeatedMessages();
 } // namespace JobConsole

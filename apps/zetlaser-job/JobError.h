@@ -25,6 +25,9 @@ public:
         , bytes(message.toUtf8())
     {
     }
+    /*! What is being caught, as an error of the job; to be called while an std::exception is handled. */
+    static JobError OfCurrentException();
+
     JobExit GetExit() const { return exit; }
     QString GetText() const { return text; }
     const char* what() const noexcept override { return bytes.constData(); }

@@ -2,14 +2,19 @@
 
 #include "JobConsole.h"
 #include "JobError.h"
+#include "JobFileName.h"
 #include "JobSelection.h"
 #include "JobStaging.h"
 #include "JobSteps.h"
 #include "JobTargets.h"
 
+#include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserProcesses.h"
+#include "openhost/ZETComposites/ZETOpenComposites.h"
 #include "openhost/ZETMaterial/ZETOpenMaterial.h"
 
+#include <ZETComposites/ZETCompMfgConfiguration.h>
+#include <ZETComposites/ZETCompPlyBase.h>
 #include <ZETComposites/ZETCompRoot.h>
 #include <ZETComposites/ZETCompRosette.h>
 
@@ -94,6 +99,19 @@ JobOutput::JobOutput(const JobSettings& jobSettings)
 
 JobOutput::~JobOutput() = default;
 
+QString JobOutput::GetName() const
+{
+    if (!fileName.isEmpty())
+        return fileName;
+    return settings.Has(u"output"_s) ? QFileInfo(settings.GetText(u"output"_s)).fileName()
+                                     : JobSettingTable::GetTypeNames().value(settings.Get(u"type"_s).toInt());
+}
+
+QString JobOutput::GetTypeName() const
+{
+    return ZETLaserOptions::GetFileTypeString(options->GetFileType());
+}
+
 void JobOutput::PreparePlaces()
 {
     if (!settings.Has(u"type"_s))
@@ -108,10 +126,44 @@ void JobOutput::PreparePlaces()
         throw JobError(JobExit::CannotWrite, Translate("can't write %1: it is a folder").arg(output.filePath()));
     if (output.exists() && !output.isFile())
         throw JobError(JobExit::CannotWrite, Translate("can't write %1: it is no regular file").arg(output.filePath()));
-    outputName = output.fileName();
+    fileName = output.fileName();
     partPlace = std::make_unique<JobStaging>(output.absolutePath());
-    if (settings.Get(u"useSpecificPathForLaserFile"_s).toBool() && settings.Has(u"targetFilePath"_s))
-        toolPlace = std::make_unique<JobStaging>(settings.GetText(u"targetFilePath"_s));
+    if (!settings.Get(u"useSpecificPathForLaserFile"_s).toBool())
+        return;
+    if (!settings.Has(u"targetFilePath"_s))
+        throw JobError(JobExit::WrongCall,
+                       Translate("expected --target-file-path beside --use-specific-path-for-laser-file, found none"));
+    toolPlace = std::make_unique<JobStaging>(settings.GetText(u"targetFilePath"_s));
+}
+
+void JobOutput::SetUp(ZETCompRoot& modelRoot)
+{
+    root = &modelRoot;
+    options = std::make_unique<ZETLaserOptions>();
+    FillOptions(*options, modelRoot, settings);
+    configuration = modelRoot.GetActiveMfgConfiguration();
+    JobSteps::CheckSelection(*options);
+    if (partPlace)
+        fileName = GetFileName(*options, fileName);
+}
+
+QStringList JobOutput::GetPartFile() const
+{
+    return partPlace ? QStringList{partPlace->GetFinalPath(fileName)} : QStringList();
+}
+
+void JobOutput::Make()
+{
+    // Another output may have set its own since.
+    if (root->GetActiveMfgConfiguration() != configuration)
+        ZETOpenComposites::SetActiveMfgConfiguration(*root, configuration);
+    for (const QString& warning : JobTargets(*options).GetWarnings())
+        JobConsole::WriteMessage(Translate("warning"), warning);
+    JobSteps::ReadAndThin(*options);
+    if (partPlace)
+        Write();
+    DescribeResult();
+    options.reset();
 }
 
 QList<JobStaging*> JobOutput::GetPlaces() const
@@ -124,44 +176,63 @@ QList<JobStaging*> JobOutput::GetPlaces() const
     return places;
 }
 
-void JobOutput::Read(ZETCompRoot& root)
+QStringList JobOutput::GetFiles() const
 {
-    FillOptions(options, root, settings);
-    for (const QString& warning : JobTargets(options).GetWarnings())
-        JobConsole::WriteMessage(Translate("warning"), warning);
-    JobSteps::ReadAndThin(options);
+    QStringList paths;
+    for (const JobStaging* place : GetPlaces()) {
+        for (const QString& name : place->GetNames())
+            paths.append(place->GetFinalPath(name));
+    }
+    return paths;
 }
 
 void JobOutput::Write()
 {
-    if (!options.CreateLaserData())
-        return;
     WriteFiles();
     for (const JobStaging* place : GetPlaces()) {
         place->CheckWritten();
         place->CheckPlaces();
     }
     if (partPlace->GetNames().isEmpty())
-        throw JobError(JobExit::CannotWrite, Translate("can't write %1: no file came about").arg(outputName));
-    if (IsDxf())
+        throw JobError(JobExit::CannotWrite, Translate("can't write %1: no file came about").arg(fileName));
+    if (options->GetFileType() == ZETLaserOptions::FileDXF)
         WarnOfLetters();
 }
 
 void JobOutput::WriteFiles()
 {
-    JobConsole::ShowProgress(Translate("writing %1").arg(outputName));
+    JobConsole::ShowProgress(Translate("writing %1").arg(fileName));
     // The library writes where it is, under the final name: what the files say of their names is then true, and
     // doesn't depend on the folder that they are written in.
-    options.SetFileName(outputName);
-    if (toolPlace)
-        options.SetTargetFilePath(toolPlace->GetPath());
+    options->SetFileName(fileName);
+    // The report names the folder of the tool file. Where it is that of the part file, it is told as seen from there.
+    options->SetUseSpecificPathForLaserFile(true);
+    options->SetTargetFilePath(toolPlace ? toolPlace->GetPath() : u"."_s);
     bool isWritten = false;
     {
         const FolderGuard folder(partPlace->GetPath());
-        JobSteps::Run([&] { isWritten = options.GetLaserProcesses()->WriteLaserData(); });
+        JobSteps::Run([&] { isWritten = options->GetLaserProcesses()->WriteLaserData(); });
     }
+    options->SetUseSpecificPathForLaserFile(toolPlace != nullptr);
+    options->SetTargetFilePath(settings.GetText(u"targetFilePath"_s));
     if (!isWritten)
         throw JobError(JobExit::Failed, Translate("the type %1 can't be written").arg(GetTypeName()));
+    if (toolPlace)
+        NameFinalToolFolder();
+}
+
+/*! Puts the final folder of the tool file into the report, where the temporary one stands. */
+void JobOutput::NameFinalToolFolder() const
+{
+    for (const QString& name : partPlace->GetNames()) {
+        QFile file(partPlace->GetPath() + u'/' + name);
+        if (!name.endsWith(u"-report.htm"_s) || !file.open(QIODevice::ReadWrite))
+            continue;
+        const QByteArray report =
+            file.readAll().replace(toolPlace->GetPath().toUtf8(), toolPlace->GetFinalPath(QString()).toUtf8());
+        file.resize(0);
+        file.write(report);
+    }
 }
 
 /*! DXF is written as UTF-8 and names no code page, so readers of its old form show other letters. */
@@ -180,34 +251,38 @@ void JobOutput::WarnOfLetters() const
     }
 }
 
+void JobOutput::DescribeResult()
+{
+    for (const ZETLaserOptions::CreatedFile& created : options->GetCreatedFiles()) {
+        result.append(Translate("  %1: shape %2, material %3")
+                          .arg(created.second.first, created.first,
+                               QString::fromUtf8(ZETOpenMaterial::GetKey(created.second.second))));
+    }
+    const auto* rosette = qobject_cast<const ZETCompRosette*>(options->GetAxisSystem().data());
+    const auto statistics = options->GetLaserProcesses()->GetStatistics(rosette ? rosette->GetAxis() : ZETMathAxis());
+    const bool isInches = options->GetUnits() == ZETLaserOptions::UnitsInches;
+    result.append(Translate("type: %1").arg(GetTypeName()));
+    result.append(Translate("plies: %1, sub-plies: %2, points: %3")
+                      .arg(statistics.plies)
+                      .arg(statistics.subPlies)
+                      .arg(statistics.points));
+    result.append(Translate("size: %1, written in %2")
+                      .arg(DescribeSize(statistics.box), isInches ? Translate("inches") : Translate("mm")));
+    result.append(Translate("axis system: %1").arg(rosette ? rosette->GetLabel() : Translate("of the model")));
+    result += JobTargets(*options).GetLines();
+    if (options->GetFileType() == ZETLaserOptions::FileDXF && partPlace)
+        result.append(
+            Translate("extents: DXF has constants for them, so a viewer may need \"zoom all\" to show the drawing"));
+}
+
 void JobOutput::Commit()
 {
     files = JobStaging::Commit(GetPlaces());
 }
 
-void JobOutput::TellResult()
+void JobOutput::TellResult() const
 {
     JobConsole::WriteWritten(files);
-    for (const ZETLaserOptions::CreatedFile& created : options.GetCreatedFiles()) {
-        JobConsole::WriteResult(Translate("  %1: shape %2, material %3")
-                                    .arg(created.second.first, created.first,
-                                         QString::fromUtf8(ZETOpenMaterial::GetKey(created.second.second))));
-    }
-    const auto* rosette = qobject_cast<const ZETCompRosette*>(options.GetAxisSystem().data());
-    const bool isInches = options.GetUnits() == ZETLaserOptions::UnitsInches;
-    const auto statistics = options.GetLaserProcesses()->GetStatistics(rosette ? rosette->GetAxis() : ZETMathAxis());
-    JobConsole::WriteResult(Translate("type: %1").arg(GetTypeName()));
-    JobConsole::WriteResult(Translate("plies: %1, sub-plies: %2, points: %3")
-                                .arg(statistics.plies)
-                                .arg(statistics.subPlies)
-                                .arg(statistics.points));
-    JobConsole::WriteResult(Translate("size: %1, written in %2")
-                                .arg(DescribeSize(statistics.box), isInches ? Translate("inches") : Translate("mm")));
-    JobConsole::WriteResult(
-        Translate("axis system: %1").arg(rosette ? rosette->GetLabel() : Translate("of the model")));
-    for (const QString& line : JobTargets(options).GetLines())
+    for (const QString& line : result)
         JobConsole::WriteResult(line);
-    if (IsDxf() && !files.isEmpty())
-        JobConsole::WriteResult(
-            Translate("extents: DXF has constants for them, so a viewer may need \"zoom all\" to show the drawing"));
 }

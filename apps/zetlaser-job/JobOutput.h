@@ -2,21 +2,22 @@
 
 #include "JobSettings.h"
 
-#include "laser/ZETLaserOptions.h"
-
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <memory>
 
 class JobStaging;
+class ZETCompMfgConfiguration;
 class ZETCompRoot;
+class ZETLaserOptions;
 
 /*! One output of a job: what its settings ask for, from a model that is loaded already. It has a record of options and
  *  a tree of its own, because what is read depends on them; so several outputs of one model don't disturb each other.
  *
- *  The steps are called in the order of this header. Each throws JobError, and then the output has left nothing behind.
- *  The model must outlive the output. */
+ *  The steps are called in the order of this header. Each throws JobError, and then the output leaves nothing behind
+ *  when it goes. The model must outlive the output. */
 class JobOutput
 {
 public:
@@ -24,29 +25,43 @@ public:
     explicit JobOutput(const JobSettings& settings);
     ~JobOutput();
 
+    /*! The file as the settings name it, or the type where they name none; for messages. */
+    QString GetName() const;
+
     /*! Makes the temporary folders, so that a place that can't be written is told before the model is read. */
     void PreparePlaces();
-    /*! Reads the selected plies of the model and thins their points. */
-    void Read(ZETCompRoot& root);
-    /*! Writes all files into the temporary folders, and looks whether they are whole and can come to their places. */
-    void Write();
+    /*! Fills the options from \a root, and puts the macros of the file name in. The active configuration of \a root is
+     *  then that of this output. */
+    void SetUp(ZETCompRoot& root);
+    /*! Path of the part file; none where files aren't asked for. */
+    QStringList GetPartFile() const;
+    /*! Reads the selected plies, thins their points, writes all files into the temporary folders, and looks whether
+     *  they are whole and can come to their places. The active configuration is that of this output again. */
+    void Make();
+    /*! Final paths of all files that Make has written. */
+    QStringList GetFiles() const;
     /*! Moves the files over: all of them or none. */
     void Commit();
     /*! Says what was written. */
-    void TellResult();
+    void TellResult() const;
 
 private:
     Q_DISABLE_COPY_MOVE(JobOutput)
-    bool IsDxf() const { return options.GetFileType() == ZETLaserOptions::FileDXF; }
-    QString GetTypeName() const { return ZETLaserOptions::GetFileTypeString(options.GetFileType()); }
+    QString GetTypeName() const;
     QList<JobStaging*> GetPlaces() const;
+    void Write();
     void WriteFiles();
+    void NameFinalToolFolder() const;
     void WarnOfLetters() const;
+    void DescribeResult();
 
     JobSettings settings;
-    QString outputName;
+    QString fileName; //!< of the part file; with macros until SetUp
     std::unique_ptr<JobStaging> partPlace;
     std::unique_ptr<JobStaging> toolPlace; //!< of the tool file, where it has a folder of its own
-    ZETLaserOptions options;
-    QStringList files; //!< final paths, once they are there
+    ZETCompRoot* root = nullptr;
+    ZETCompMfgConfiguration* configuration = nullptr;
+    std::unique_ptr<ZETLaserOptions> options; //!< with the tree, hence from SetUp to the end of Make only
+    QStringList files;                        //!< that were moved over
+    QStringList result;                       //!< lines about what is in them
 };

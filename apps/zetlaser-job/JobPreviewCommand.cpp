@@ -78,7 +78,7 @@ JobPreviewOptions GetPreviewOptions(const JobSettings& settings)
 
 int RunPreviewCommand(const JobCall& call)
 {
-    const JobSettings settings = CompleteSettings(call.settings);
+    const JobSettings settings = JobSettingsFile::Read(call.settings).GetCommon(call.settings);
     JobConsole::ListenToMessageQueue();
     RunPreview(call.arguments.first(), settings, GetPreviewOptions(call.settings));
     return static_cast<int>(JobExit::Written);
@@ -97,9 +97,10 @@ JobCommand MakePreviewCommand()
         .arguments = GetLayupArguments(),
         .options = MakeOptions(),
         .sharedOptions = GetJobOptions(),
-        .notes =
-            Translate("Which plies are shown, and what of them, is told by the same options as for a job that writes, "
-                      "for example --plies, --configuration, --output-type, --output-rosette: zetlaser-job --help."),
+        .notes = Translate(
+            "Which plies are shown, and what of them, is told by the same options as for a job that writes, "
+            "for example --plies, --configuration, --output-type, --output-rosette: zetlaser-job --help. Of a settings "
+            "file counts what stands outside of \"outputs\"."),
         .exitCodes = GetJobExitCodes(),
         .isDrawing = true,
         .run = RunPreviewCommand,

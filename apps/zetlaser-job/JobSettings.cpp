@@ -76,7 +76,9 @@ QList<JobSetting> MakeTable()
     return {
         {u"type"_s, Kind::Choice, job, Translate("What to write; see --list-types."), JobSettingTable::GetTypeNames(),
          Keep(&Options::GetFileType, &Options::SetFileType), false, u"TYPE"_s},
-        {u"output"_s, Kind::File, job, Translate("The part file. Other files of the job are named after it.")},
+        {u"output"_s, Kind::File, job,
+         Translate("The part file. Other files of the job are named after it. Its name may have macros that are the "
+                   "same for all plies, such as %PART%.")},
         {u"units"_s,
          Kind::Choice,
          job,
@@ -424,6 +426,27 @@ QVariant CheckNumber(const JobSetting& setting, double number)
     const bool isWhole = number == std::floor(number) && number <= std::numeric_limits<int>::max();
     return isWhole ? QVariant(static_cast<int>(number)) : QVariant();
 }
+
+/*! The settings among the keys of \a object, which may have \a otherKeys too. */
+JobSettings ReadSettings(const ZETOpenJsonValue& object, const QDir& folder, const QStringList& otherKeys)
+{
+    QStringList keys = otherKeys;
+    for (const JobSetting& setting : JobSettingTable::GetAll())
+        keys.append(setting.key);
+    object.CheckKeys(keys);
+    JobSettings settings;
+    for (const QString& key : object.GetKeys()) {
+        const JobSetting* setting = JobSettingTable::FindByKey(key);
+        if (!setting)
+            continue; // one of the other keys
+        QVariant value = JobSettingTable::ParseJson(*setting, *object.Find(key.toUtf8().constData()));
+        if (setting->kind == JobSetting::File ||
+            setting->kind == JobSetting::Folder) // relative to the file, as in the layup file
+            value = folder.absoluteFilePath(value.toString());
+        settings.Set(key, value);
+    }
+    return settings;
+}
 } // namespace
 
 void JobSettings::Complete(const JobSettings& other)
@@ -604,34 +627,50 @@ QVariant JobSettingTable::ParseJson(const JobSetting& setting, const ZETOpenJson
     return parsed;
 }
 
-JobSettings ReadSettingsFile(const QString& file)
+JobSettings JobSettingsFile::GetCommon(const JobSettings& flags) const
 {
-    QStringList keys;
-    for (const JobSetting& setting : JobSettingTable::GetAll())
-        keys.append(setting.key);
+    JobSettings settings = flags;
+    settings.Complete(common);
+    return settings;
+}
+
+QList<JobSettings> JobSettingsFile::GetOutputs(const JobSettings& flags) const
+{
+    for (const QString& key : {u"type"_s, u"output"_s}) {
+        if (!outputs.isEmpty() && flags.Has(key))
+            throw JobError(JobExit::WrongCall, Translate("expected no %1 beside a settings file with \"outputs\"")
+                                                   .arg(JobSettingTable::FindByKey(key)->GetFlag()));
+    }
+    QList<JobSettings> all;
+    for (const JobSettings& own : outputs.isEmpty() ? QList<JobSettings>(1) : outputs) {
+        JobSettings output = flags;
+        output.Complete(own);
+        output.Complete(common);
+        all.append(output);
+    }
+    return all;
+}
+
+JobSettingsFile JobSettingsFile::Read(const JobSettings& flags)
+{
+    if (!flags.Has(u"settings"_s))
+        return {};
+    const QString file = flags.GetText(u"settings"_s);
     try {
         const ZETOpenJsonDocument document(file);
+        const QDir folder = QFileInfo(file).absoluteDir();
         const ZETOpenJsonValue root = document.GetRoot();
-        root.CheckKeys(keys);
-        JobSettings settings;
-        for (const QString& key : root.GetKeys()) {
-            const JobSetting& setting = *JobSettingTable::FindByKey(key);
-            QVariant value = JobSettingTable::ParseJson(setting, *root.Find(key.toUtf8().constData()));
-            if (setting.kind == JobSetting::File ||
-                setting.kind == JobSetting::Folder) // relative to the file, as in the layup file
-                value = QFileInfo(file).absoluteDir().absoluteFilePath(value.toString());
-            settings.Set(key, value);
+        JobSettingsFile settings;
+        settings.common = ReadSettings(root, folder, {u"$schema"_s, u"outputs"_s});
+        if (const auto outputs = root.Find("outputs")) {
+            const QString expected = Translate("an array of at least one output");
+            for (const ZETOpenJsonValue& output : outputs->GetElements(expected))
+                settings.outputs.append(ReadSettings(output, folder, {}));
+            if (settings.outputs.isEmpty())
+                outputs->FailExpected(expected);
         }
         return settings;
     } catch (const ZETOpenJsonError& error) {
         throw JobError(JobExit::WrongInput, error.GetMessage());
     }
-}
-
-JobSettings CompleteSettings(const JobSettings& flags)
-{
-    JobSettings settings = flags;
-    if (flags.Has(u"settings"_s))
-        settings.Complete(ReadSettingsFile(flags.GetText(u"settings"_s)));
-    return settings;
 }

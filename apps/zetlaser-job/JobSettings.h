@@ -88,8 +88,18 @@ QVariant ParseText(const JobSetting& setting, const QString& text, QString& expe
 QVariant ParseJson(const JobSetting& setting, const ZETOpenJsonValue& value);
 } // namespace JobSettingTable
 
-/*! Reads a settings file: a JSON object whose keys are those of the table. Throws JobError. */
-JobSettings ReadSettingsFile(const QString& file);
+/*! What a settings file says: a JSON object whose keys are those of the table, and "outputs", an array of such objects
+ *  for several outputs of one model. Flags go before all of it, and an output's own keys before the common ones. */
+struct JobSettingsFile {
+    JobSettings common;         //!< what stands outside of "outputs"
+    QList<JobSettings> outputs; //!< what each of them says for itself; empty in a file without "outputs"
 
-/*! The settings of the flags, completed by those of the file that the setting "settings" names. Throws JobError. */
-JobSettings CompleteSettings(const JobSettings& flags);
+    /*! Reads the file that the setting "settings" of \a flags names; without one, nothing is said. Throws JobError. */
+    static JobSettingsFile Read(const JobSettings& flags);
+
+    /*! For what isn't written as an output: the common settings, with those of \a flags. */
+    JobSettings GetCommon(const JobSettings& flags) const;
+    /*! The settings of each output, at least one. Throws JobError where \a flags would make several outputs the same.
+     */
+    QList<JobSettings> GetOutputs(const JobSettings& flags) const;
+};

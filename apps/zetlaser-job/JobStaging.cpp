@@ -31,9 +31,9 @@ const QString lockName = u".lock"_s;
 constexpr qint64 probeSize = 1 << 16; // more than one block of any file system that is in use
 
 /*! Held while files are moved, and by the thread that ends an interrupted program. */
-QMutex& GetCommitMutex()
+QRecursiveMutex& GetCommitMutex()
 {
-    static QMutex mutex;
+    static QRecursiveMutex mutex;
     return mutex;
 }
 
@@ -272,6 +272,16 @@ QStringList JobStaging::Commit(const QList<JobStaging*>& places)
         }
     }
     return finalPaths;
+}
+
+JobStaging::InterruptionGuard::InterruptionGuard()
+{
+    GetCommitMutex().lock();
+}
+
+JobStaging::InterruptionGuard::~InterruptionGuard()
+{
+    GetCommitMutex().unlock();
 }
 
 void JobStaging::WatchForInterruption()

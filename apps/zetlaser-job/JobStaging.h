@@ -38,6 +38,15 @@ public:
      *  Interruptions wait until it is done. Returns the final paths. */
     static QStringList Commit(const QList<JobStaging*>& places);
 
+    /*! While one lives, interruptions wait: for several calls of Commit that belong together. */
+    class InterruptionGuard
+    {
+    public:
+        InterruptionGuard();
+        ~InterruptionGuard();
+        Q_DISABLE_COPY_MOVE(InterruptionGuard)
+    };
+
     /*! From here on SIGINT, SIGTERM and SIGHUP remove all temporary folders, say so and end the program with 128 plus
      *  the number of the signal. To be called once, before any other thread is made. */
     static void WatchForInterruption();

@@ -27,13 +27,18 @@ ZETOpenLayupModel JobSteps::LoadModel(const QString& layupFile)
     return model;
 }
 
-void JobSteps::ReadAndThin(ZETLaserOptions& options)
+void JobSteps::CheckSelection(const ZETLaserOptions& options)
 {
     if (options.GetPlies().isEmpty())
         throw JobError(JobExit::NothingToDo, options.GetOutputType() == ZETLaserOptions::Output3D
                                                  ? Translate("nothing to write: no ply is selected")
                                                  : Translate("nothing to write: no ply with a flat pattern is "
                                                              "selected"));
+}
+
+void JobSteps::ReadAndThin(ZETLaserOptions& options)
+{
+    CheckSelection(options);
     JobConsole::ShowProgress(Translate("reading %1 plies").arg(options.GetPlies().size()));
     Run([&] {
         if (!options.GetLaserProcesses()->ReadLaserData())

@@ -32,6 +32,8 @@ void Run(Step step)
 
 /*! Reads the layup file and tells its warnings. */
 ZETOpenLayupModel LoadModel(const QString& layupFile);
+/*! Throws unless plies are selected. */
+void CheckSelection(const ZETLaserOptions& options);
 /*! Reads the selected plies into the job's tree and thins their points. */
 void ReadAndThin(ZETLaserOptions& options);
 } // namespace JobSteps

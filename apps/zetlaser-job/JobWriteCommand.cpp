@@ -35,9 +35,9 @@ QString GetTypeListText()
 
 int RunWrite(const JobCall& call)
 {
-    const JobSettings settings = CompleteSettings(call.settings);
+    const QList<JobSettings> outputs = JobSettingsFile::Read(call.settings).GetOutputs(call.settings);
     JobConsole::ListenToMessageQueue();
-    RunJob(call.arguments.first(), settings);
+    RunJob(call.arguments.first(), outputs);
     return static_cast<int>(JobExit::Written);
 }
 } // namespace
@@ -51,7 +51,8 @@ JobCommand MakeWriteCommand()
         .description = Translate(
             "Reads a layup file and writes its plies as a part file for a laser projector, with the files that "
             "belong to it and a report. Files are written beside their place and moved over when all of them "
-            "are whole, so a job that fails or is interrupted leaves earlier files as they were."),
+            "are whole, so a job that fails or is interrupted leaves earlier files as they were. Of several outputs, "
+            "one that fails doesn't stop the others, and the exit code is the highest of those that failed."),
         .arguments = GetLayupArguments(),
         .options = GetJobOptions(),
         .notes =
@@ -87,7 +88,8 @@ QList<JobSetting> GetJobOptions()
                 .section = general,
                 .help =
                     Translate("Take settings from a JSON file. Its keys are the names of the options below, written as "
-                              "in \"minimizePointsTolerance\"; flags go before it."),
+                              "in \"minimizePointsTolerance\"; flags go before it, and paths are relative to it. Its "
+                              "key \"outputs\", an array of objects with such keys, asks for several outputs."),
                 .suffixes = {u"json"_s}}} +
            JobSettingTable::GetAll();
 }

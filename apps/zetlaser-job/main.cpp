@@ -8,7 +8,6 @@
 #include <cstdio>
 #include <exception>
 #include <memory>
-#include <new>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,12 +37,6 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv)
     qInstallMessageHandler(before);
     return application;
 }
-
-int Fail(JobExit exit, const QString& text)
-{
-    JobConsole::WriteMessage(Translate("error"), text);
-    return static_cast<int>(exit);
-}
 } // namespace
 
 int main(int argc, char** argv)
@@ -54,11 +47,9 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(ZETLASER_JOB_VERSION));
     try {
         return JobCommands::Run(QCoreApplication::arguments().mid(1));
-    } catch (const JobError& error) {
-        return Fail(error.GetExit(), error.GetText());
-    } catch (const std::bad_alloc&) {
-        return Fail(JobExit::Failed, Translate("not enough memory"));
-    } catch (const std::exception& error) {
-        return Fail(JobExit::Failed, Translate("the job failed: %1").arg(QString::fromUtf8(error.what())));
+    } catch (const std::exception&) {
+        const JobError error = JobError::OfCurrentException();
+        JobConsole::WriteMessage(Translate("error"), error.GetText());
+        return static_cast<int>(error.GetExit());
     }
 }

@@ -3,6 +3,10 @@
 #include "laser/ZETLaserOptions.h"
 
 #include <QDir>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
@@ -81,6 +85,34 @@ QString GetOtherText(const JobSetting& setting, const QVariant& before)
         return u"other"_s;
     }
 }
+
+/*! What a JSON Schema says of the values of \a setting. */
+QJsonObject MakeSchema(const JobSetting& setting)
+{
+    const QJsonObject text{{u"type"_s, u"string"_s}, {u"minLength"_s, 1}};
+    QJsonObject schema = text;
+    switch (setting.kind) {
+    case JobSetting::Switch:
+        schema = {{u"type"_s, u"boolean"_s}};
+        break;
+    case JobSetting::Length:
+        schema = {{u"type"_s, u"number"_s}, {u"minimum"_s, 0}};
+        break;
+    case JobSetting::Integer:
+        schema = {{u"type"_s, u"integer"_s}, {u"minimum"_s, 0}};
+        break;
+    case JobSetting::Choice:
+        schema = {{u"enum"_s, QJsonArray::fromStringList(setting.choices)}};
+        break;
+    case JobSetting::List:
+        schema = {{u"type"_s, u"array"_s}, {u"items"_s, text}, {u"minItems"_s, 1}};
+        break;
+    default:
+        break;
+    }
+    schema.insert(u"description"_s, setting.help);
+    return schema;
+}
 } // namespace
 
 class TestJobSettings : public QObject
@@ -94,6 +126,7 @@ private Q_SLOTS:
     void typesAreFoundByTheirShortNameAndByTheMake();
     void flagsAreMadeOfKeys();
     void refusesWhatIsNoValue();
+    void theSchemaSaysOfEachSettingWhatTheTableSays();
 };
 
 void TestJobSettings::eachSettingSetsItsOptionAndNoOther_data()
@@ -186,6 +219,23 @@ void TestJobSettings::refusesWhatIsNoValue()
     QVERIFY(parse("textLayer", "2147483647"));
     QVERIFY(!parse("plies", ","));
     QVERIFY(!parse("partName", ""));
+}
+
+void TestJobSettings::theSchemaSaysOfEachSettingWhatTheTableSays()
+{
+    QFile file(QStringLiteral(ZET_SOURCE_DIR "/schema/settings.schema.json"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QJsonObject schema = QJsonDocument::fromJson(file.readAll()).object();
+    QJsonObject properties = schema.value(u"properties"_s).toObject();
+    QCOMPARE(schema.value(u"additionalProperties"_s), QJsonValue(false));
+    // What belongs to the file, and not to an output.
+    QVERIFY(!properties.take(u"$schema"_s).isUndefined());
+    QVERIFY(!properties.take(u"outputs"_s).isUndefined());
+    for (const JobSetting& setting : JobSettingTable::GetAll()) {
+        QVERIFY2(properties.contains(setting.key), qPrintable(setting.key));
+        QCOMPARE(properties.take(setting.key).toObject(), MakeSchema(setting));
+    }
+    QCOMPARE(properties.keys(), QStringList());
 }
 
 QTEST_GUILESS_MAIN(TestJobSettings)
