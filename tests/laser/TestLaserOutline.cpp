@@ -184,7 +184,7 @@ void TestLaserOutline::textEntityWithoutATextHasNameAndSourceAlone()
     entity->setProperty(ZETLaserEntityProperties::sourceType, int(ZETLaserOptions::SourceExtraGeometry));
     group->AddTextEntity(entity);
     job->GetTree()->AddGroup(group);
-    const auto& text = DriverOf(*job).GetOutline().groups.last().texts.first();
+    const ZETLaserOutline::Text text = DriverOf(*job).GetOutline().groups.last().texts.first();
     QVERIFY(!text.feature);
     QVERIFY(text.text.isEmpty());
     QCOMPARE(text.name, u"Extra"_s);
