@@ -1,5 +1,6 @@
 #include "JobCommands.h"
 
+#include "JobCheckCommand.h"
 #include "JobCommandLine.h"
 #include "JobError.h"
 #include "JobHelp.h"
@@ -25,7 +26,7 @@ QString Translate(const char* text)
 
 QList<JobCommand> MakeTable()
 {
-    QList<JobCommand> table{MakeWriteCommand(), MakePreviewCommand(), MakeHelpCommand()};
+    QList<JobCommand> table{MakeWriteCommand(), MakePreviewCommand(), MakeCheckCommand(), MakeHelpCommand()};
     for (JobCommand& command : table)
         command.options.prepend(MakeHelpOption(command));
     return table;

@@ -1,5 +1,6 @@
 #include "JobOutput.h"
 
+#include "check/CheckReport.h"
 #include "JobConsole.h"
 #include "JobError.h"
 #include "JobFileName.h"
@@ -74,21 +75,10 @@ QStringList FindTextsBeyondAscii(const QString& fileName)
     return texts;
 }
 
-/*! "11.7 m x 5.0 m x 0.9 m": in metres from one metre on, in mm below. */
 QString DescribeSize(const ZETMathBoundingBox& box)
 {
     const ZETMathVector size = box.GetUpperPoint() - box.GetLowerPoint();
-    const double sides[] = {size.GetX(), size.GetY(), size.GetZ()};
-    double largest = 0.0;
-    for (const double side : sides)
-        largest = std::max(largest, side);
-    constexpr double metre = 1000.0;
-    QStringList words;
-    for (const double side : sides) {
-        words.append(largest < metre ? Translate("%1 mm").arg(side, 0, 'f', 1)
-                                     : Translate("%1 m").arg(side / metre, 0, 'f', 1));
-    }
-    return words.join(u" x "_s);
+    return CheckReport::DescribeSize({size.GetX(), size.GetY(), size.GetZ()});
 }
 } // namespace
 

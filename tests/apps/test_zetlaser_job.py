@@ -112,14 +112,14 @@ class CommandLine(JobTest):
                 self.assertEqual(self.names(), [])
 
     def test_help_of_a_command_comes_by_word_and_by_flag(self):
-        for command in ("", "preview", "help"):
+        for command in ("", "preview", "check", "help"):
             with self.subTest(command=command):
                 by_flag = self.run_tool(*command.split(), "--help")
                 self.expect(by_flag, 0, f"Usage: zetlaser-job {command}".strip())
                 self.assertEqual(self.run_tool("help", *command.split()).stdout, by_flag.stdout)
                 self.assertEqual(self.run_tool(*command.split(), "-h").stdout, by_flag.stdout)
         listed = self.run_tool("--help").stdout.partition("Commands ")[2].partition("General:")[0]
-        self.assertEqual(re.findall(r"(?m)^  (\w+) ", listed), ["preview", "help"])
+        self.assertEqual(re.findall(r"(?m)^  (\w+) ", listed), ["preview", "check", "help"])
         self.expect(self.run_tool("help", "preveiw"), 2, "unknown command preveiw, did you mean preview?")
         self.expect(self.run_tool("help", "zzzzzzzz"), 2, "unknown command zzzzzzzz")
         self.expect(self.run_tool("help", "preview", "help"), 2, "expected one command, found a second one: help")

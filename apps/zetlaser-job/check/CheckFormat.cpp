@@ -2,6 +2,7 @@
 
 #include "CheckReaders.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace
@@ -37,6 +38,13 @@ const CheckFormat* CheckFormats::Find(const QString& type)
             return &format;
     }
     return nullptr;
+}
+
+bool CheckFormats::IsCompanion(const CheckFormat& format)
+{
+    const std::span<const CheckFormat> all = GetAll();
+    return std::any_of(all.begin(), all.end(),
+                       [&](const CheckFormat& part) { return format.types.contains(part.companionType); });
 }
 
 const CheckFormat* CheckFormats::Recognise(const QString& fileName, QByteArrayView bytes)

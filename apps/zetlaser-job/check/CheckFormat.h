@@ -37,6 +37,8 @@ namespace CheckFormats
 std::span<const CheckFormat> GetAll();
 /*! By one of its types; null if there is none. */
 const CheckFormat* Find(const QString& type);
+/*! The format stands beside part files, and has no plies. */
+bool IsCompanion(const CheckFormat& format);
 /*! By content, and where that doesn't tell, by the name of the file; null if neither does. */
 const CheckFormat* Recognise(const QString& fileName, QByteArrayView bytes);
 } // namespace CheckFormats

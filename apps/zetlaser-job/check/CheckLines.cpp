@@ -112,17 +112,23 @@ void CheckLines::StepOver(qsizetype count)
     Take();
 }
 
-QString CheckLines::Show(QByteArrayView text)
+QString CheckLines::Escape(QStringView text)
 {
-    constexpr qsizetype longest = 40;
     QString shown;
-    const QString decoded = QString::fromUtf8(text.first(std::min(text.size(), longest * 4)));
-    for (const QChar c : decoded.first(std::min(decoded.size(), longest))) {
-        if (c.isPrint())
+    for (const QChar c : text) {
+        if (c.isPrint() || c.isSurrogate())
             shown += c;
         else
             shown += u"\\x"_s + QString::number(c.unicode(), 16).rightJustified(2, u'0');
     }
+    return shown;
+}
+
+QString CheckLines::Show(QByteArrayView text)
+{
+    constexpr qsizetype longest = 40;
+    const QString decoded = QString::fromUtf8(text.first(std::min(text.size(), longest * 4)));
+    const QString shown = Escape(QStringView(decoded).first(std::min(decoded.size(), longest)));
     return u'"' + shown + (decoded.size() > longest ? u"..."_s : QString()) + u'"';
 }
 

@@ -44,6 +44,8 @@ public:
     /*! The last line has no line end: the file was cut. */
     bool IsCut() const { return !bytes.isEmpty() && !bytes.endsWith('\n'); }
 
+    /*! \a text on one line: what can't be shown is escaped. */
+    static QString Escape(QStringView text);
     /*! \a text in quotes for a message: at most 40 characters, with bytes that can't be shown escaped. */
     static QString Show(QByteArrayView text);
 

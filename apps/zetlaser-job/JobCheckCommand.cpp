@@ -1,0 +1,203 @@
+#include "JobCheckCommand.h"
+
+#include "check/CheckReport.h"
+#include "JobConsole.h"
+#include "JobError.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("zetlaser-job", text);
+}
+
+/*! What `check` tells the shell. */
+enum CheckExit { ExitClean = 0, ExitFindings = 1, ExitUnreadable = 2 };
+
+/*! One call of `check`, over all its files. */
+class CheckRun
+{
+public:
+    explicit CheckRun(const JobCall& call)
+        : paths(call.arguments)
+        , type(call.settings.GetText(u"type"_s))
+        , unit(GetUnit(call.settings))
+        , isJson(call.settings.Get(u"json"_s).toBool())
+        , isQuiet(call.settings.Get(u"quiet"_s).toBool())
+    {
+    }
+
+    int Run()
+    {
+        for (const QString& path : paths)
+            CheckWithCompanion(path);
+        if (isJson)
+            JobConsole::WriteResult(
+                QString::fromUtf8(QJsonDocument(QJsonObject{{u"files"_s, documents}}).toJson()).chopped(1));
+        return exit;
+    }
+
+private:
+    static CheckFile::Unit GetUnit(const JobSettings& settings)
+    {
+        if (!settings.Has(u"units"_s))
+            return CheckFile::UnknownUnit;
+        return settings.Get(u"units"_s).toInt() == 1 ? CheckFile::Inches : CheckFile::Millimetres;
+    }
+
+    void CheckWithCompanion(const QString& path)
+    {
+        if (path.endsWith(u"-report.htm"_s))
+            return; // a shell's * brings the reports of the jobs along
+        const CheckFormat* const format = CheckOne(path, type);
+        if (!format || !format->getCompanion)
+            return;
+        const QString companion = format->getCompanion(path);
+        if (QFileInfo(companion).isFile() && !paths.contains(companion))
+            CheckOne(companion, format->companionType);
+    }
+
+    /*! Null if the file can't be read. */
+    const CheckFormat* CheckOne(const QString& path, const QString& formatType)
+    {
+        const std::optional<QByteArray> bytes = ReadFile(path);
+        if (!bytes)
+            return nullptr;
+        const CheckFormat* const format =
+            formatType.isEmpty() ? CheckFormats::Recognise(path, *bytes) : CheckFormats::Find(formatType);
+        if (!format) {
+            TellUnreadable(path, Translate("the type isn't known by its name or its content; --type tells it"));
+            return nullptr;
+        }
+        const CheckedFile file = CheckBytes(path, *format, *bytes, unit);
+        if (file.IsUnreadable()) {
+            const CheckFinding& first = file.findings.front();
+            TellUnreadable(path, Translate("it is no file of the type %1: line %2: %3")
+                                     .arg(format->name)
+                                     .arg(first.line)
+                                     .arg(first.text));
+            return nullptr;
+        }
+        Tell(file);
+        return format;
+    }
+
+    std::optional<QByteArray> ReadFile(const QString& path)
+    {
+        QFile file(path);
+        if (QFileInfo(path).exists() && !QFileInfo(path).isFile()) {
+            TellUnreadable(path, Translate("it is no regular file"));
+            return {};
+        }
+        if (!file.open(QIODevice::ReadOnly)) {
+            TellUnreadable(path, file.errorString());
+            return {};
+        }
+        return file.readAll();
+    }
+
+    void TellUnreadable(const QString& path, const QString& why)
+    {
+        exit = ExitUnreadable;
+        JobConsole::WriteMessage(Translate("error"), Translate("can't read %1: %2").arg(path, why));
+        documents.append(QJsonObject{{u"file"_s, path}, {u"error"_s, why}});
+    }
+
+    void Tell(const CheckedFile& file)
+    {
+        if (!file.findings.empty() && exit == ExitClean)
+            exit = ExitFindings;
+        if (isJson) {
+            documents.append(CheckReport::GetJson(file));
+            return;
+        }
+        if (!isQuiet) {
+            for (const QString& line : CheckReport::GetSummary(file))
+                JobConsole::WriteResult(line);
+        }
+        for (const CheckFinding& finding : file.findings)
+            JobConsole::WriteResult(CheckReport::GetLine(file.path, finding));
+    }
+
+    QStringList paths;
+    QString type;
+    CheckFile::Unit unit;
+    bool isJson;
+    bool isQuiet;
+    int exit = ExitClean;
+    QJsonArray documents;
+};
+
+QStringList GetTypes()
+{
+    QStringList types;
+    for (const CheckFormat& format : CheckFormats::GetAll())
+        types += format.types;
+    return types;
+}
+
+QList<JobSetting> MakeOptions()
+{
+    const QString section = Translate("Check");
+    return {
+        {.key = u"type"_s,
+         .kind = JobSetting::Text,
+         .section = section,
+         .help =
+             Translate("What the files are: %1. Default: what content and name tell.").arg(GetTypes().join(u", "_s)),
+         .placeholder = u"TYPE"_s},
+        {.key = u"units"_s,
+         .kind = JobSetting::Choice,
+         .section = section,
+         .help = Translate("Unit of files that don't tell it. Default: mm."),
+         .choices = {u"mm"_s, u"in"_s}},
+        {.key = u"quiet"_s,
+         .kind = JobSetting::Flag,
+         .section = section,
+         .help = Translate("Show the findings alone.")},
+        {.key = u"json"_s,
+         .kind = JobSetting::Flag,
+         .section = section,
+         .help = Translate("Show all of it as JSON, for scripts. Lengths are in mm, those of targets as written.")},
+    };
+}
+
+int RunCheckCommand(const JobCall& call)
+{
+    const QString type = call.settings.GetText(u"type"_s);
+    if (!type.isEmpty() && !CheckFormats::Find(type))
+        throw JobError(JobExit::WrongCall,
+                       Translate("--type: expected one of %1, found \"%2\"").arg(GetTypes().join(u", "_s), type));
+    return CheckRun(call).Run();
+}
+} // namespace
+
+JobCommand MakeCheckCommand()
+{
+    return {
+        .name = u"check"_s,
+        .purpose = Translate("Reads written files back: what is in them, and what is wrong with them."),
+        .usage = {u"FILE... [options]"_s},
+        .description = Translate(
+            "Reads part files of any type back, each with the calibration, target or tool file beside it, and tells "
+            "what "
+            "they hold and what is doubtful: a line for each finding, FILE:LINE: severity: ply NAME: text. The readers "
+            "share no code with the writers."),
+        .arguments = {{.placeholder = u"FILE"_s, .noun = Translate("part file"), .count = JobArgument::OneOrMore}},
+        .options = MakeOptions(),
+        .exitCodes = {{u"0"_s, Translate("nothing was found")},
+                      {u"1"_s, Translate("something was found")},
+                      {u"2"_s, Translate("a file can't be read, or the command line is wrong")}},
+        .run = RunCheckCommand,
+    };
+}

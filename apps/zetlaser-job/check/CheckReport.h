@@ -1,0 +1,43 @@
+#pragma once
+
+#include "CheckFindings.h"
+#include "CheckFormat.h"
+#include "CheckMeasures.h"
+
+#include <QByteArrayView>
+#include <QJsonObject>
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <vector>
+
+/*! A file that was read back, what it amounts to, and all that was found. */
+struct CheckedFile {
+    QString path; //!< as the user gave it
+    const CheckFormat* format = nullptr;
+    CheckFile content;
+    double unitLength = 1.0; //!< in mm; 1 where nobody tells the unit
+    std::vector<CheckPly> plies;
+    std::vector<CheckFinding> findings; //!< of the reader and of the findings, in the order of the file
+
+    CheckBox GetBox() const;
+    /*! Nothing of it was understood: it is no file of its format. */
+    bool IsUnreadable() const;
+};
+
+/*! Reads \a bytes as \a format and looks for faults. \a unit counts for a file that doesn't tell its own. */
+CheckedFile CheckBytes(const QString& path, const CheckFormat& format, QByteArrayView bytes,
+                       CheckFile::Unit unit = CheckFile::UnknownUnit, const CheckKnownTexts& known = {});
+
+namespace CheckReport
+{
+/*! "11.7 m x 5.0 m x 0.9 m": in metres from one metre on, in mm below. \a sides are in mm. */
+QString DescribeSize(const std::array<double, 3>& sides);
+/*! What the file holds, a line each, and a table of its plies. */
+QStringList GetSummary(const CheckedFile& file);
+/*! "FILE:LINE: severity: ply NAME: text", on one line. */
+QString GetLine(const QString& path, const CheckFinding& finding);
+/*! All of it, for scripts. */
+QJsonObject GetJson(const CheckedFile& file);
+} // namespace CheckReport

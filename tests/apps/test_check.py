@@ -1,0 +1,139 @@
+#!/usr/bin/env python3
+"""Tests of `zetlaser-job check`, as its users call it: test_check.py PROGRAM SOURCE_DIR [unittest arguments]
+
+Each test runs in a folder of its own below the current one."""
+
+import json
+import pathlib
+import shutil
+import subprocess
+import sys
+import unittest
+
+PROGRAM = pathlib.Path(sys.argv[1])
+SOURCE = pathlib.Path(sys.argv[2])
+PANEL = SOURCE / "examples" / "panel" / "panel.layup.json"
+
+SQUARE = "P 5\n0 0 0\n100 0 0\n100 100 0\n0 100 0\n0 0 0\n"
+GOOD = f"LAYER START S\nSTART A\n{SQUARE}END A\nLAYER END S\nEOD\n"
+
+
+class CheckTest(unittest.TestCase):
+    def setUp(self):
+        self.folder = pathlib.Path.cwd() / self.id().split(".", 1)[1]
+        shutil.rmtree(self.folder, ignore_errors=True)
+        self.folder.mkdir()
+
+    def run_tool(self, *arguments):
+        return subprocess.run([str(PROGRAM), *map(str, arguments)], cwd=self.folder, stdin=subprocess.DEVNULL,
+                              capture_output=True, text=True, timeout=60, check=False)
+
+    def check(self, *arguments, code=0):
+        result = self.run_tool("check", *arguments)
+        self.assertEqual(result.returncode, code, result.stdout + result.stderr)
+        return result
+
+    def write(self, name, text):
+        (self.folder / name).write_text(text, encoding="utf-8")
+        return name
+
+
+class Calls(CheckTest):
+    def test_a_good_file_is_told_with_its_plies(self):
+        result = self.check(self.write("part.ply", GOOD))
+        self.assertEqual(result.stderr, "")
+        self.assertEqual(result.stdout.splitlines(), [
+            "part.ply: Virtek",
+            "  plies and sub-plies: 1, curves: 1, points: 5, texts: 0, parameters: 0",
+            "  normals: 0 points have one",
+            "  size: 100.0 mm x 100.0 mm x 0.0 mm, if it is written in mm; the file doesn't tell",
+            "     line  curves  points     length  size                           ply",
+            "        2       1       5   400.0 mm  100.0 mm x 100.0 mm x 0.0 mm   S/A"])
+        self.assertEqual(self.check("--quiet", "part.ply").stdout, "")
+
+    def test_a_finding_is_one_line_with_file_line_and_ply(self):
+        self.write("part.ply", GOOD.replace("P 5", "P 6"))
+        result = self.check("--quiet", "part.ply", code=1)
+        self.assertEqual(result.stdout, "part.ply:3: error: ply A: announces 6 points and holds 5\n")
+        self.assertEqual(result.stderr, "")
+
+    def test_units_that_the_file_does_not_tell_are_told_by_the_user(self):
+        self.write("part.ply", GOOD)
+        self.assertIn("  size: 2.5 m x 2.5 m x 0.0 m, as it is written in inches", self.check("part.ply", "--units=in").stdout)
+
+    def test_the_calibration_file_beside_it_is_checked_too(self):
+        self.write("part.ply", GOOD)
+        self.write("part.cal", "2\nT a 0 0 0\n")
+        result = self.check("part.ply", code=1)
+        self.assertIn("part.cal: Calibration file\n  targets: 1, projectors: 1\n", result.stdout)
+        self.assertTrue(result.stdout.endswith("part.cal:1: error: announces 2 targets and holds 1\n"))
+        # Once, also where both are named, and alone.
+        self.assertEqual(self.check("--quiet", "part.ply", "part.cal", code=1).stdout.count("\n"), 1)
+        self.assertEqual(self.check("--quiet", "part.cal", code=1).stdout.count("\n"), 1)
+
+    def test_json_tells_all_of_it(self):
+        self.write("part.ply", GOOD.replace("END A", "L 1\nhello\nEND A").replace("100 0 0\n", "100 0 0\n100 0 0\n"))
+        self.write("part.cal", "1\nT a D 1 2 3.5\n")
+        result = self.check("part.ply", "gone.ply", "--json", code=2)
+        part, calibration, gone = json.loads(result.stdout)["files"]
+        self.assertEqual(part, {
+            "file": "part.ply", "type": "virtek", "curves": 1, "points": 6, "texts": 0, "parameters": 1, "projectors": 0,
+            "targets": [], "size": [100, 100, 0],
+            "plies": [{"name": "A", "layers": ["S"], "line": 2, "curves": 1, "closedCurves": 1, "points": 6,
+                       "pointsWithNormal": 0, "texts": 0, "parameters": 1, "length": 400, "size": [100, 100, 0]}],
+            "findings": [
+                {"severity": "warning", "line": 6, "ply": "A",
+                 "text": "a point stands twice in a row, 1 times in the curve of line 3"},
+                {"severity": "error", "line": 9, "ply": "A", "text": "more points than line 3 announces"}]})
+        self.assertEqual(calibration["targets"],
+                         [{"name": "a", "projector": 0, "drift": True, "at": [1, 2, 3.5], "line": 2}])
+        self.assertEqual(calibration["findings"], [])
+        self.assertEqual(gone, {"file": "gone.ply", "error": "No such file or directory"})
+        self.assertEqual(result.stdout, self.check("part.ply", "gone.ply", "--json", code=2).stdout)
+
+    def test_files_that_cannot_be_read_are_told_and_the_others_are_checked(self):
+        self.write("good.ply", GOOD)
+        self.write("words.ply", "These are words.\n")
+        self.write("empty.ply", "")
+        self.write("words.txt", "These are words.\n")
+        (self.folder / "folder.ply").mkdir()
+        for name, text in (
+                ("gone.ply", "can't read gone.ply: No such file or directory"),
+                ("folder.ply", "can't read folder.ply: it is no regular file"),
+                ("/dev/zero", "can't read /dev/zero: it is no regular file"),
+                ("words.txt", "can't read words.txt: the type isn't known by its name or its content; --type tells it"),
+                ("empty.ply", 'can\'t read empty.ply: it is no file of the type Virtek: line 1: the file ends too early: '
+                              'expected "EOD"'),
+                ("words.ply", "can't read words.ply: it is no file of the type Virtek: line 1: expected the begin of a "
+                              'layer or of a ply, found "These are words."')):
+            with self.subTest(name=name):
+                result = self.check(name, "good.ply", code=2)
+                self.assertEqual(result.stderr, f"error: {text}\n")
+                self.assertTrue(result.stdout.startswith("good.ply: Virtek\n"))
+                self.assertEqual(result.stdout.count("good.ply"), 1)
+
+    def test_the_type_is_known_by_content_and_can_be_told(self):
+        self.write("part.dat", GOOD)
+        self.check("part.dat")
+        self.write("part.x", "0\n")
+        self.check("part.x", code=2)
+        self.check("part.x", "--type", "calibration")
+
+    def test_reports_are_passed_over(self):
+        self.write("part.ply", GOOD)
+        self.write("part.ply-report.htm", "<HTML>")
+        self.assertNotIn("htm", self.check("part.ply", "part.ply-report.htm").stdout)
+
+    def test_wrong_calls_are_told(self):
+        for arguments, text in (([], "expected a part file, found none"),
+                                (["part.ply", "--type", "vitrek"], "--type: expected one of virtek, "),
+                                (["part.ply", "--jsno"], "unknown option --jsno, did you mean --json?")):
+            with self.subTest(arguments=arguments):
+                result = self.check(*arguments, code=2)
+                self.assertRegex(result.stderr, r"\Aerror: .+\n\Z")
+                self.assertIn(text, result.stderr)
+                self.assertEqual(result.stdout, "")
+
+
+if __name__ == "__main__":
+    unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
