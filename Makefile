@@ -45,9 +45,9 @@ format: ## Lay out all sources with clang-format
 	scripts/list-sources.sh | xargs clang-format -i
 
 lint: ## Check the layout, then look through all sources with clang-tidy
-	scripts/install-dependencies.sh build lint
+	scripts/install-dependencies.sh build bench lint
 	scripts/list-sources.sh | xargs clang-format --dry-run -Werror
-	$(call configure,release)
+	$(call configure,release) -DZETLASER_BUILD_BENCHMARKS=ON
 	cmake --build --preset release --target all all_verify_interface_header_sets
 	scripts/list-sources.sh '*.cpp' | xargs -P "$$(nproc)" -n 4 clang-tidy -p build/release --quiet
 

@@ -6,7 +6,7 @@
 
 JobError JobError::OfCurrentException()
 {
-    const auto translate = [](const char* text) { return QCoreApplication::translate("zetlaser-job", text); };
+    const auto translate = [](const char* source) { return QCoreApplication::translate("zetlaser-job", source); };
     try {
         throw;
     } catch (const JobError& error) {

@@ -116,8 +116,7 @@ void ZETCompThicknessAnalyzerPrivate::Outline::MakeBlocks()
 
 /*! Looks for the nearest place of one span by the golden section. What is left of the span can't come nearer than its
  *  ends by more than its length, so most searches end after a few rounds. */
-bool ZETCompThicknessAnalyzerPrivate::Outline::IsSpanNear(size_t span, const ZETMathPoint& point,
-                                                          double tolerance) const
+bool ZETCompThicknessAnalyzerPrivate::Outline::IsSpanNear(size_t span, const ZETMathPoint& point, double margin) const
 {
     const double ratio = (std::sqrt(5.0) - 1.0) / 2.0;
     double low = parameters[span];
@@ -128,9 +127,9 @@ bool ZETCompThicknessAnalyzerPrivate::Outline::IsSpanNear(size_t span, const ZET
         const double b = low + ratio * (high - low);
         const double atA = GetPoint(a).GetDistanceTo(point);
         const double atB = GetPoint(b).GetDistanceTo(point);
-        if (std::min(atA, atB) <= tolerance)
+        if (std::min(atA, atB) <= margin)
             return true;
-        if (std::min(atA, atB) - left > tolerance)
+        if (std::min(atA, atB) - left > margin)
             return false;
         (atA < atB ? high : low) = atA < atB ? b : a;
         left *= ratio;
@@ -138,19 +137,19 @@ bool ZETCompThicknessAnalyzerPrivate::Outline::IsSpanNear(size_t span, const ZET
     return false;
 }
 
-bool ZETCompThicknessAnalyzerPrivate::Outline::IsNear(const ZETMathPoint& point, double tolerance) const
+bool ZETCompThicknessAnalyzerPrivate::Outline::IsNear(const ZETMathPoint& point, double margin) const
 {
     for (const Block& block : blocks) {
-        if (!IsBoxNear(block.box, point, tolerance + block.reach))
+        if (!IsBoxNear(block.box, point, margin + block.reach))
             continue;
         double atStart = points[block.first].GetDistanceTo(point);
         for (size_t span = block.first; span < block.last; ++span) {
             const double atEnd = points[span + 1].GetDistanceTo(point);
-            if (std::min(atStart, atEnd) <= tolerance)
+            if (std::min(atStart, atEnd) <= margin)
                 return true;
             // The way from one end to the other past a place at distance x is at least atStart - x + atEnd - x.
-            const bool canBeNear = 0.5 * (atStart + atEnd - lengths[span]) <= tolerance;
-            if (canBeNear && IsSpanNear(span, point, tolerance))
+            const bool canBeNear = 0.5 * (atStart + atEnd - lengths[span]) <= margin;
+            if (canBeNear && IsSpanNear(span, point, margin))
                 return true;
             atStart = atEnd;
         }
@@ -170,14 +169,14 @@ ZETCompThicknessAnalyzerPrivate::Cover::Cover(const Boundaries& closed)
         regions.push_back(std::make_unique<ZETOpenRegion>(ofOneSurface));
 }
 
-bool ZETCompThicknessAnalyzerPrivate::Cover::Holds(const ZETGeoLocationOnSurface& location, double tolerance) const
+bool ZETCompThicknessAnalyzerPrivate::Cover::Holds(const ZETGeoLocationOnSurface& location, double margin) const
 {
     const auto contains = [&](const auto& region) { return region->Contains(location); };
     if (std::any_of(regions.begin(), regions.end(), contains))
         return true;
     const ZETMathPoint point = location.GetPoint();
     return std::any_of(outlines.begin(), outlines.end(),
-                       [&](const Outline& outline) { return outline.IsNear(point, tolerance); });
+                       [&](const Outline& outline) { return outline.IsNear(point, margin); });
 }
 
 const ZETCompThicknessAnalyzerPrivate::Cover& ZETCompThicknessAnalyzerPrivate::GetCover(const ZETCompPly& ply)

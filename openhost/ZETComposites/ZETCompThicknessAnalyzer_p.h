@@ -25,8 +25,8 @@ public:
     {
     public:
         explicit Outline(const ZETGeoCurveOnSurface& boundary);
-        /*! Whether the boundary passes \a point within \a tolerance. */
-        bool IsNear(const ZETMathPoint& point, double tolerance) const;
+        /*! Whether the boundary passes \a point within \a margin. */
+        bool IsNear(const ZETMathPoint& point, double margin) const;
 
     private:
         /*! A run of spans, so that most of them are left out at a glance. */
@@ -40,7 +40,7 @@ public:
         void AddSegment(int segment);
         void MakeBlocks();
         ZETMathPoint GetPoint(double parameter) const;
-        bool IsSpanNear(size_t span, const ZETMathPoint& point, double tolerance) const;
+        bool IsSpanNear(size_t span, const ZETMathPoint& point, double margin) const;
 
         const ZETGeoCurveOnSurface* curve;
         std::vector<double> parameters;   //!< of the ends of spans: one more than there are spans
@@ -55,7 +55,7 @@ public:
     public:
         explicit Cover(const Boundaries& closed);
         bool IsMadeOf(const Boundaries& other) const { return boundaries == other; }
-        bool Holds(const ZETGeoLocationOnSurface& location, double tolerance) const;
+        bool Holds(const ZETGeoLocationOnSurface& location, double margin) const;
 
     private:
         Boundaries boundaries; //!< held, so that one that is gone isn't taken for a new one at its address

@@ -499,7 +499,7 @@ void TestLaserRenderer::textWithoutDirectionsThrows()
 {
     // Meant: unlike the display object of the text, which isn't made then.
     Stage stage(u"ply P1 { text A 0,0,0 0,0,0 0,0,0 5 }"_s);
-    QVERIFY_EXCEPTION_THROWN(stage.renderer->Render(), ZETMathZeroMagnitudeVectorException);
+    QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException, stage.renderer->Render());
 }
 
 void TestLaserRenderer::textWithoutSourceTypeShowsWithThePly()
