@@ -213,7 +213,7 @@ void TestFeatureVisObjects::otherExceptionsGoOn()
     FeatureModel model;
     auto* text = new OddText(model.folder);
     text->throwsOther = true;
-    QVERIFY_EXCEPTION_THROWN(MakeRepresentation(*text), std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, MakeRepresentation(*text));
 }
 
 void TestFeatureVisObjects::textOnSupportIsShownAtItsLastPlane()

@@ -304,7 +304,7 @@ void TestLaser3DTextByAxis::loadThrowsForAReferenceWithoutItsAxis()
                                          "3ff8000000000000" +
                                          GetReference(isOtherClass ? static_cast<ZETFeatObject*>(text) : axis));
     delete axis;
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*text, fields), ZETGeoGeometryNotFoundException);
+    QVERIFY_THROWS_EXCEPTION(ZETGeoGeometryNotFoundException, ZETOpenModelStream::LoadFields(*text, fields));
     QCOMPARE(text->GetAxis(), nullptr);
 }
 

@@ -611,7 +611,7 @@ void TestLaser3DTextOnSupport::loadThrowsForAReferenceWithoutItsGeometry()
                                          model.text->GetDirection()};
     delete inputs.at(missing);
     auto* copy = model.Make<Text>();
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*copy, fields), ZETGeoGeometryNotFoundException);
+    QVERIFY_THROWS_EXCEPTION(ZETGeoGeometryNotFoundException, ZETOpenModelStream::LoadFields(*copy, fields));
     QCOMPARE(copy->GetAnchorPoint(), missing > 0 ? inputs.at(0) : nullptr);
     QCOMPARE(copy->GetDirection(), nullptr);
 }

@@ -249,7 +249,7 @@ void TestLaserExtraGeometry::standsOnlyWhereItIsAllowed()
     if (allowed)
         QVERIFY(qobject_cast<Extra*>(ZETOpenModel::Create("ZETLaserExtraGeometry", *above)));
     else
-        QVERIFY_EXCEPTION_THROWN(ZETOpenModel::Create("ZETLaserExtraGeometry", *above), ZETSysException);
+        QVERIFY_THROWS_EXCEPTION(ZETSysException, ZETOpenModel::Create("ZETLaserExtraGeometry", *above));
 }
 
 QTEST_GUILESS_MAIN(TestLaserExtraGeometry)

@@ -130,7 +130,7 @@ void TestLaserLibrary::leavesNothingBehind()
     QVERIFY(!IsMapped());
     QCOMPARE(GetRegistered(), QList<QByteArray>());
     ZETFeatContainer container;
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModel::Create("ZETLaserTarget", container), std::exception);
+    QVERIFY_THROWS_EXCEPTION(std::exception, ZETOpenModel::Create("ZETLaserTarget", container));
 }
 
 QTEST_GUILESS_MAIN(TestLaserLibrary)

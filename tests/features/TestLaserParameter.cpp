@@ -207,7 +207,7 @@ void TestLaserParameter::standsOnlyInExtraGeometry()
 {
     ZETFeatContainer container;
     ZETFeatObject* ply = ZETOpenModel::Create("ZETCompPly", container);
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModel::Create("ZETLaserParameter", *ply), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, ZETOpenModel::Create("ZETLaserParameter", *ply));
     ZETFeatObject* extra = ZETOpenModel::Create("ZETLaserExtraGeometry", *ply);
     QVERIFY(qobject_cast<Parameter*>(ZETOpenModel::Create("ZETLaserParameter", *extra)));
 }

@@ -284,7 +284,7 @@ void TestLaserProjector::loadThrowsForAReferenceWithoutItsTarget()
                                          "00000001" +
                                          GetReference(isOtherClass ? static_cast<ZETFeatObject*>(projector) : target));
     delete target;
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*projector, fields), ZETGeoGeometryNotFoundException);
+    QVERIFY_THROWS_EXCEPTION(ZETGeoGeometryNotFoundException, ZETOpenModelStream::LoadFields(*projector, fields));
     QCOMPARE(projector->GetTargets(), Targets());
 }
 
@@ -296,7 +296,7 @@ void TestLaserProjector::loadStopsWhereADamagedStreamEnds()
     const QByteArray fields = MakeFields("ffffffff"
                                          "7fffffff" +
                                          GetReference(target));
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*projector, fields), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, ZETOpenModelStream::LoadFields(*projector, fields));
     QCOMPARE(projector->GetTargets(), Targets{target});
 }
 

@@ -335,7 +335,7 @@ void TestLaserTarget::loadWithoutAContainerFindsNothing()
                                          "0054"
                                          "01" +
                                          GetReference(point));
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(target, fields), ZETGeoGeometryNotFoundException);
+    QVERIFY_THROWS_EXCEPTION(ZETGeoGeometryNotFoundException, ZETOpenModelStream::LoadFields(target, fields));
 }
 
 void TestLaserTarget::loadThrowsForAReferenceWithoutItsGeometry_data()
@@ -356,7 +356,7 @@ void TestLaserTarget::loadThrowsForAReferenceWithoutItsGeometry()
                                          "00" +
                                          GetReference(isOtherClass ? static_cast<ZETFeatObject*>(target) : point));
     delete point;
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*target, fields), ZETGeoGeometryNotFoundException);
+    QVERIFY_THROWS_EXCEPTION(ZETGeoGeometryNotFoundException, ZETOpenModelStream::LoadFields(*target, fields));
     QCOMPARE(target->GetComment(), u"T"_s); // what stood ahead of the reference was read
     QCOMPARE(target->GetPoint(), nullptr);
 }

@@ -34,7 +34,7 @@ private slots:
     {
         ZETMathLine line;
         line.SetVector(ZETMathVector());
-        QVERIFY_EXCEPTION_THROWN(line.GetDistanceTo(ZETMathPoint(1, 2, 3)), ZETMathZeroMagnitudeVectorException);
+        QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException, line.GetDistanceTo(ZETMathPoint(1, 2, 3)));
     }
 };
 

@@ -46,17 +46,17 @@ private slots:
         ZETMathPlane plane;
         plane.SetDirections(ZETMathVector(0, 3, 0), ZETMathVector(0, 4, 5));
         const ZETMathPlane before = plane;
-        QVERIFY_EXCEPTION_THROWN(plane.SetDirections(ZETMathVector(), ZETMathVector(0, 1, 0)),
-                                 ZETMathZeroMagnitudeVectorException);
-        QVERIFY_EXCEPTION_THROWN(plane.SetDirections(ZETMathVector(1, 0, 0), ZETMathVector()),
-                                 ZETMathZeroMagnitudeVectorException);
+        QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException,
+                                 plane.SetDirections(ZETMathVector(), ZETMathVector(0, 1, 0)));
+        QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException,
+                                 plane.SetDirections(ZETMathVector(1, 0, 0), ZETMathVector()));
         QVERIFY(IsSame(plane, before));
     }
     void parallelDirectionsHaveNoNormal()
     {
         ZETMathPlane plane;
         plane.SetDirections(ZETMathVector(1, 0, 0), ZETMathVector(-2, 0, 0));
-        QVERIFY_EXCEPTION_THROWN(plane.GetNormal(), ZETMathZeroMagnitudeVectorException);
+        QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException, plane.GetNormal());
     }
     void streamReadsBackWhatItWrote()
     {

@@ -32,7 +32,7 @@ private slots:
     void normalizeThrowsOnTheZeroVector()
     {
         ZETMathVector zero;
-        QVERIFY_EXCEPTION_THROWN(zero.Normalize(), ZETMathZeroMagnitudeVectorException);
+        QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException, zero.Normalize());
     }
     void exceptionIsAStandardExceptionWithAText()
     {

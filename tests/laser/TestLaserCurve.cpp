@@ -281,11 +281,11 @@ void TestLaserCurve::transformThrowsWhenTheNormalComesToTheOrigin()
 {
     const auto curve = MakeCurve({{1, 0, 0}, {2, 0, 0}});
     curve->GetPoints()[1].SetNormal(ZETMathVector());
-    QVERIFY_EXCEPTION_THROWN(curve->Transform(ZETMathAxis()), ZETMathZeroMagnitudeVectorException);
+    QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException, curve->Transform(ZETMathAxis()));
     const auto moved = MakeCurve({{1, 0, 0}, {2, 0, 0}});
     moved->GetPoints()[1].SetNormal(ZETMathVector(5, 0, 0));
-    QVERIFY_EXCEPTION_THROWN(moved->Transform(MakeMovedAxis(ZETMathPoint(5, 0, 0))),
-                             ZETMathZeroMagnitudeVectorException);
+    QVERIFY_THROWS_EXCEPTION(ZETMathZeroMagnitudeVectorException,
+                             moved->Transform(MakeMovedAxis(ZETMathPoint(5, 0, 0))));
     QCOMPARE(moved->GetPoints()[0].GetPosition(), ZETMathPoint(-4, 0, 0)); // no way back
 }
 

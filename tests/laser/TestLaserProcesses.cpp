@@ -319,7 +319,7 @@ void TestLaserProcesses::exceptionOfAWriterLeavesTheCLocale()
     Options options;
     options.SetFileType(Options::FileVirtek);
     options.SetFileName(u"thrown.ply"_s);
-    QVERIFY_EXCEPTION_THROWN(options.GetLaserProcesses()->WriteLaserData(), std::runtime_error);
+    QVERIFY_THROWS_EXCEPTION(std::runtime_error, options.GetLaserProcesses()->WriteLaserData());
     QCOMPARE(QLocale(), QLocale(QLocale::C));
 }
 

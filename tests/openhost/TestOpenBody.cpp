@@ -290,7 +290,7 @@ void TestOpenBody::secondImage()
     QCOMPARE(combo->GetCurve(other.Get(), &reversed, &range), image.Get());
     QVERIFY(reversed);
     QCOMPARE(range.GetLength(), 10.0);
-    QVERIFY_EXCEPTION_THROWN(combo->AddImage(image, false, ZETGeoRangeOfCurve()), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, combo->AddImage(image, false, ZETGeoRangeOfCurve()));
 }
 
 void TestOpenBody::faceBody()
@@ -357,11 +357,11 @@ void TestOpenBody::faultyBodiesAreBuiltAsTold()
 void TestOpenBody::nothingIsRefused()
 {
     ZETOpenBodyBuilder builder;
-    QVERIFY_EXCEPTION_THROWN(builder.AddPoints({nullptr}), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(builder.AddNet({{nullptr, false}}), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(builder.AddSkin({nullptr}), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Combo::MakePolyline({{0, 0, 0}}), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Combo::MakeFromImage(nullptr, false), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, builder.AddPoints({nullptr}));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, builder.AddNet({{nullptr, false}}));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, builder.AddSkin({nullptr}));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Combo::MakePolyline({{0, 0, 0}}));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Combo::MakeFromImage(nullptr, false));
 }
 
 void TestOpenBody::bodyHoldsItsGeometry()

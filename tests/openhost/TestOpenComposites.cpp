@@ -830,7 +830,7 @@ void TestOpenComposites::brokenFieldsEndWithAnException()
         const int step = qMax(1, static_cast<int>(fields.size()) / 16);
         for (qsizetype size = 0; size < fields.size(); size += step) {
             auto* const fresh = ZETOpenModel::Create(feature->metaObject()->className(), part.container);
-            QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*fresh, fields.left(size)), std::exception);
+            QVERIFY_THROWS_EXCEPTION(std::exception, ZETOpenModelStream::LoadFields(*fresh, fields.left(size)));
         }
     }
 }

@@ -468,15 +468,15 @@ void TestOpenCurveOnSurface::impossibleCurvesAreRefused()
     const double nan = std::numeric_limits<double>::quiet_NaN();
     using Curve = ZETOpenCurveOnSurface;
     const QList<ZETMathPoint> none;
-    QVERIFY_EXCEPTION_THROWN(Curve::MakePolyline(plane, none, false), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakePolyline(plane, QList<ZETMathPoint>{{0, 0, 0}}, false), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakePolyline(plane, {{0, 0, 0}, {1, 0, 0}, {0, 0, 0}}, true), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakePolyline(plane, {{0, 0, 0}, {nan, 0, 0}}, false), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakePolyline(nullptr, {{0, 0, 0}, {1, 0, 0}}, false), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakeInterpolated(plane, {{0, 0, 0}, {0, 0, 0}, {1, 0, 0}}, false), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakeCircle(plane, {0, 0, 0}, 0.0, 4), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakeCircle(plane, {0, 0, 0}, 5.0, 0), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(Curve::MakeCircle(MakeFullCylinder(10.0), {0, 0, 0}, 5.0, 4), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, none, false));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, QList<ZETMathPoint>{{0, 0, 0}}, false));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, {{0, 0, 0}, {1, 0, 0}, {0, 0, 0}}, true));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, {{0, 0, 0}, {nan, 0, 0}}, false));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(nullptr, {{0, 0, 0}, {1, 0, 0}}, false));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeInterpolated(plane, {{0, 0, 0}, {0, 0, 0}, {1, 0, 0}}, false));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeCircle(plane, {0, 0, 0}, 0.0, 4));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeCircle(plane, {0, 0, 0}, 5.0, 0));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeCircle(MakeFullCylinder(10.0), {0, 0, 0}, 5.0, 4));
 }
 
 void TestOpenCurveOnSurface::curveHoldsItsSurface()

@@ -132,7 +132,7 @@ void TestOpenModelShapes::truncatedBodiesThrow()
     QRandomGenerator random(20254);
     for (int i = 0; i < 200; ++i) {
         const QByteArray part = fields.left(random.bounded(fields.size()));
-        QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*feature, part), ZETSysException);
+        QVERIFY_THROWS_EXCEPTION(ZETSysException, ZETOpenModelStream::LoadFields(*feature, part));
     }
 }
 

@@ -391,7 +391,7 @@ void TestOpenModelStream::danglingReferenceIsRefused()
     QVERIFY(!LoadFailure(Sealed(bytes)).isNull());
 
     fields[reference + 7] = 99;
-    QVERIFY_EXCEPTION_THROWN(ZETOpenModelStream::LoadFields(*a, fields), ZETGeoGeometryNotFoundException);
+    QVERIFY_THROWS_EXCEPTION(ZETGeoGeometryNotFoundException, ZETOpenModelStream::LoadFields(*a, fields));
 }
 
 void TestOpenModelStream::wrongBytesAreRefused_data()

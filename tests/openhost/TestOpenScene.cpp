@@ -304,7 +304,7 @@ void TestOpenScene::displayObjectThatCannotBeMadeIsTold()
     ZETFeatEnvironment scene;
     ZETFeatFolder folder(nullptr, ZETGeoGeometryRef());
     ZETFeatEnvironment::RegisterGlobalVisualizationObject({"ZETFeatFolder"}, &TestClosedVisObject::staticMetaObject);
-    QVERIFY_EXCEPTION_THROWN(ZETOpenScene::CreateVisObject(scene, folder), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, ZETOpenScene::CreateVisObject(scene, folder));
     ZETFeatEnvironment::UnregisterGlobalVisualizationObject(&TestClosedVisObject::staticMetaObject);
     // What its constructor throws passes.
     ZETFeatEnvironment::RegisterGlobalVisualizationObject({"ZETFeatFolder"}, &TestNodeVisObject::staticMetaObject);

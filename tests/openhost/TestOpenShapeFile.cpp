@@ -482,8 +482,8 @@ void TestOpenShapeFile::polylineOfAnEdge()
         }
     }
     QCOMPARE(arcs, 2);
-    QVERIFY_EXCEPTION_THROWN(file.GetPolylines("edge 1", 0.0), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(file.GetPolylines("edge 9", 0.1), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, file.GetPolylines("edge 1", 0.0));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, file.GetPolylines("edge 9", 0.1));
 }
 
 void TestOpenShapeFile::unknownNamesAndIndicesAreTold()

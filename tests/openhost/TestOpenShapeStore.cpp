@@ -298,11 +298,11 @@ void TestOpenShapeStore::numberAheadOfItsObjectIsTold()
     QCOMPARE(number.size(), 5);
     const Store::Session reading;
     QDataStream ahead(number);
-    QVERIFY_EXCEPTION_THROWN(Store::LoadSurface(ahead), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Store::LoadSurface(ahead));
     QDataStream first(whole);
     QVERIFY(Store::LoadSurface(first));
     QDataStream twice(whole);
-    QVERIFY_EXCEPTION_THROWN(Store::LoadSurface(twice), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Store::LoadSurface(twice));
 }
 
 void TestOpenShapeStore::foreignObjectsAreRefused()
@@ -315,7 +315,7 @@ void TestOpenShapeStore::foreignObjectsAreRefused()
         QList<const ZETTopEntity*> GetEntities(int) const override { return {}; }
     };
     const ForeignBody body;
-    QVERIFY_EXCEPTION_THROWN(GetBytes([&](QDataStream& out) { Store::SaveBody(out, &body); }), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, GetBytes([&](QDataStream& out) { Store::SaveBody(out, &body); }));
 }
 
 void TestOpenShapeStore::streamCutAnywhereIsTold()
@@ -363,7 +363,7 @@ void TestOpenShapeStore::announcedSizesAreNotBelieved()
         out.writeRawData(QByteArray(64, 'x').constData(), 64);
     });
     QDataStream stream(surface);
-    QVERIFY_EXCEPTION_THROWN(Store::LoadSurface(stream), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Store::LoadSurface(stream));
     const QByteArray body = GetBytes([](QDataStream& out) {
         out << quint8(2) << qint32(1) << std::numeric_limits<quint32>::max() << quint8(2)
             << std::numeric_limits<quint32>::max() << quint8(0) << quint8(1) << std::numeric_limits<quint32>::max();
@@ -389,9 +389,9 @@ void TestOpenShapeStore::chainsWithinChainsHaveALimit()
 void TestOpenShapeStore::emptyStreamIsTold()
 {
     QDataStream stream{QByteArray()};
-    QVERIFY_EXCEPTION_THROWN(Store::LoadSurface(stream), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Store::LoadSurface(stream));
     QDataStream noDevice;
-    QVERIFY_EXCEPTION_THROWN(Store::LoadBody(noDevice), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, Store::LoadBody(noDevice));
 }
 
 QTEST_GUILESS_MAIN(TestOpenShapeStore)

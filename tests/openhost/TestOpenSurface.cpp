@@ -326,14 +326,14 @@ void TestOpenSurface::impossibleSurfacesAreRefused_data()
 void TestOpenSurface::impossibleSurfacesAreRefused()
 {
     QFETCH(std::function<void()>, build);
-    QVERIFY_EXCEPTION_THROWN(build(), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, build());
 }
 
 void TestOpenSurface::pointThatIsNotANumberIsRefused()
 {
     const auto plane = ZETOpenSurface::MakePlane(ZETMathAxis(), 0.0, 1.0, 0.0, 1.0);
-    QVERIFY_EXCEPTION_THROWN(plane->Project({std::numeric_limits<double>::quiet_NaN(), 0.0, 0.0}), ZETSysException);
-    QVERIFY_EXCEPTION_THROWN(plane->Project({std::numeric_limits<double>::infinity(), 0.0, 0.0}), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, plane->Project({std::numeric_limits<double>::quiet_NaN(), 0.0, 0.0}));
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, plane->Project({std::numeric_limits<double>::infinity(), 0.0, 0.0}));
 }
 
 void TestOpenSurface::surfaceLivesWhileItIsHeld()

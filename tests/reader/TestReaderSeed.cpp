@@ -454,7 +454,7 @@ void TestReaderSeed::aMissingSeedPointEndsTheReadThoughItIsNotUsed()
     model.options.SetUseSeedCurve(0);
     QVERIFY(model.Read());
     model.options.SetOutputRosette(1);
-    QVERIFY_EXCEPTION_THROWN(model.Read(), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, model.Read());
 }
 
 void TestReaderSeed::theSurfaceUpdateCountsWithTheCompleteOffsetOnly()

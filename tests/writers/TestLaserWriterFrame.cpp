@@ -299,7 +299,7 @@ void TestLaserWriterFrame::whatWasWrittenBeforeAnExceptionIsOnDisk()
         probe.reportStream << "half\n";
         throw ZETSysException(u"stop"_s);
     };
-    QVERIFY_EXCEPTION_THROWN(write(), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, write());
     QCOMPARE(ReadBytes(u"broken.ply"_s), "half\n"_ba);
     QCOMPARE(ReadBytes(u"broken.ply-report.htm"_s), "half\n"_ba);
 }

@@ -1039,7 +1039,7 @@ void TestWriterDXF::exceptionLeavesWhatWasWrittenAndTheCLocale()
     for (const auto& child : job.GetTree()->GetChildren())
         record.root->AddGroup(child.staticCast<ZETLaserGroup>());
     QLocale::setDefault(QLocale(u"de_DE"_s));
-    QVERIFY_EXCEPTION_THROWN(options.GetLaserProcesses()->WriteLaserData(), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, options.GetLaserProcesses()->WriteLaserData());
     QCOMPARE(QLocale(), QLocale(QLocale::C));
     // The plies ahead of the fault have their files and entries, and the report has no foot.
     QCOMPARE(Files(), (QStringList{u"wing__L1_S1_P1.DXF"_s, u"wing__L1_S1_P2.DXF"_s}));
