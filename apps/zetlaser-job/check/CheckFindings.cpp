@@ -55,6 +55,7 @@ public:
         CheckTexts();
         hasNormals =
             std::any_of(plies.begin(), plies.end(), [](const CheckPly& ply) { return ply.pointsWithNormal > 0; });
+        CollectHolders();
         for (const CheckPly& ply : plies)
             CheckOnePly(ply);
         CheckSides();
@@ -160,7 +161,7 @@ private:
     {
         const CheckGroup* const group = ply.group < 0 ? nullptr : &file.groups[static_cast<size_t>(ply.group)];
         const QString name = group ? group->name : QString();
-        if (group && ply.curves.empty() && ply.texts + ply.parameters == 0)
+        if (group && IsEmpty(ply))
             Warn(group->line, name, Check::tr("the ply holds nothing"));
         double largestArea = -1.0;
         bool mayBeOpen = false;
@@ -185,6 +186,23 @@ private:
                  Check::tr("the ply is tiny: it encloses %1 square millimetres").arg(largestArea, 0, 'f', 1));
         if (hasNormals && largestArea >= 0.0 && ply.pointsWithNormal == 0)
             Warn(group->line, name, Check::tr("the ply has no normals, though others have"));
+    }
+
+    /*! Where the file doesn't end a ply, an empty one may be that of the sub-plies behind it. */
+    bool IsEmpty(const CheckPly& ply) const
+    {
+        const auto group = static_cast<size_t>(ply.group);
+        return ply.curves.empty() && ply.texts + ply.parameters == 0 && file.groups[group].endLine > 0 &&
+               !holdsPlies[group];
+    }
+
+    void CollectHolders()
+    {
+        holdsPlies.assign(file.groups.size(), false);
+        for (const CheckGroup& group : file.groups) {
+            if (const int holder = file.GetPly(group.parent); group.kind == CheckGroup::Ply && holder >= 0)
+                holdsPlies[static_cast<size_t>(holder)] = true;
+        }
     }
 
     /*! The area, with a finding if there is none. */
@@ -356,7 +374,8 @@ private:
     std::span<const CheckPly> plies;
     double unitLength;
     bool hasNormals = false;
-    std::vector<bool> otherGroups;
+    std::vector<bool> otherGroups; //!< those of extra geometry
+    std::vector<bool> holdsPlies;
     std::vector<CheckFinding> findings;
 };
 } // namespace

@@ -10,7 +10,8 @@ namespace
 using GetFormats = std::vector<CheckFormat> (*)();
 
 /*! Those whose readers are there. */
-const std::vector<GetFormats> families{CheckReaders::GetVirtek, CheckReaders::GetLap, CheckReaders::GetCalibration};
+const std::vector<GetFormats> families{CheckReaders::GetVirtek, CheckReaders::GetLap, CheckReaders::GetAssemblyGuidance,
+                                       CheckReaders::GetCalibration};
 
 const std::vector<CheckFormat>& GetRows()
 {
