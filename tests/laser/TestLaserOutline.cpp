@@ -19,7 +19,6 @@
 
 using namespace Qt::Literals::StringLiterals;
 using ZETLaserOutline::Group;
-using ZETLaserOutline::Kind;
 
 namespace
 {

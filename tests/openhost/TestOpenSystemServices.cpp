@@ -6,6 +6,8 @@
 
 #include <QtTest>
 
+#include <memory>
+
 /*! What a library asks of the lowest host library, the message queue apart. */
 class TestOpenSystemServices : public QObject
 {
@@ -105,8 +107,8 @@ void TestOpenSystemServices::exceptionCarriesItsText()
         QCOMPARE(QString::fromUtf8(exception.what()), QStringLiteral("größer"));
     }
     const ZETSysException first(QStringLiteral("text"));
-    const ZETSysException copy(first);
-    QCOMPARE(copy.GetMessage(), QStringLiteral("text"));
+    const auto copy = std::make_unique<ZETSysException>(first);
+    QCOMPARE(copy->GetMessage(), QStringLiteral("text"));
 }
 
 QTEST_GUILESS_MAIN(TestOpenSystemServices)

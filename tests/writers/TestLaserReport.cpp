@@ -320,7 +320,7 @@ void TestLaserReport::rowsOfTheHead_data()
     QTest::addColumn<Change>("change");
     QTest::addColumn<QByteArray>("row");
     QTest::addColumn<bool>("present");
-    const auto row = [](const char* name, const QByteArray& text, bool present, Change change) {
+    const auto row = [](const char* name, const QByteArray& text, bool present, const Change& change) {
         QTest::newRow(name) << change << text << present;
     };
     using Options = ZETLaserOptions;

@@ -450,11 +450,11 @@ void TestLaserWriterFrame::textsAreEvaluatedInOrder()
 {
     TestJob job(u"ply P { text %PLY% 1,0,0 1,0,0 0,1,0 5 text two 2,0,0 1,0,0 0,1,0 5 }"_s);
     Probe probe(job);
-    const auto texts = probe.EvaluateTexts(*job.GetTree()->GetChildren().first().staticCast<ZETLaserGroup>());
-    QCOMPARE(texts.size(), 2);
-    QCOMPARE(texts[0].text, u"P"_s);
-    QCOMPARE(texts[1].text, u"two"_s);
-    QVERIFY(texts[1].feature != texts[0].feature);
+    const auto evaluated = probe.EvaluateTexts(*job.GetTree()->GetChildren().first().staticCast<ZETLaserGroup>());
+    QCOMPARE(evaluated.size(), 2);
+    QCOMPARE(evaluated[0].text, u"P"_s);
+    QCOMPARE(evaluated[1].text, u"two"_s);
+    QVERIFY(evaluated[1].feature != evaluated[0].feature);
 }
 
 void TestLaserWriterFrame::textsOfAGroupWithoutAPlyAreNotEvaluated()
