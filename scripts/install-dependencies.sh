@@ -12,6 +12,7 @@ build_packages=(
     qt6-base-dev qt6-5compat-dev
     libocct-data-exchange-dev
     libjsoncpp-dev
+    libcsv-dev
     hershey-fonts-data
     libjs-three
     python3 python3-ezdxf libxml2-utils

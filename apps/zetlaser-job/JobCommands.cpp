@@ -2,6 +2,7 @@
 
 #include "JobCheckCommand.h"
 #include "JobCommandLine.h"
+#include "JobConvertCommand.h"
 #include "JobError.h"
 #include "JobHelp.h"
 #include "JobPreviewCommand.h"
@@ -26,7 +27,8 @@ QString Translate(const char* text)
 
 QList<JobCommand> MakeTable()
 {
-    QList<JobCommand> table{MakeWriteCommand(), MakePreviewCommand(), MakeCheckCommand(), MakeHelpCommand()};
+    QList<JobCommand> table{MakeWriteCommand(), MakePreviewCommand(), MakeCheckCommand(), MakeConvertCommand(),
+                            MakeHelpCommand()};
     for (JobCommand& command : table)
         command.options.prepend(MakeHelpOption(command));
     return table;

@@ -1,6 +1,10 @@
 #include "JobConsole.h"
 
+#include "check/CheckReport.h"
+
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
+
+#include <ZETMathematics/ZETMathBoundingBox.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -78,6 +82,12 @@ void JobConsole::WriteWritten(const QStringList& files)
                         .arg(relative.startsWith(u".."_s) ? file : relative)
                         .arg(QFileInfo(file).size()));
     }
+}
+
+QString JobConsole::DescribeSize(const ZETMathBoundingBox& box)
+{
+    const ZETMathVector size = box.GetUpperPoint() - box.GetLowerPoint();
+    return CheckReport::DescribeSize({size.GetX(), size.GetY(), size.GetZ()});
 }
 
 void JobConsole::WriteMessage(const QString& severity, const QString& text)

@@ -1,6 +1,5 @@
 #include "JobOutput.h"
 
-#include "check/CheckReport.h"
 #include "JobConsole.h"
 #include "JobError.h"
 #include "JobFileName.h"
@@ -73,12 +72,6 @@ QStringList FindTextsBeyondAscii(const QString& fileName)
             texts.append(QString::fromUtf8(text));
     }
     return texts;
-}
-
-QString DescribeSize(const ZETMathBoundingBox& box)
-{
-    const ZETMathVector size = box.GetUpperPoint() - box.GetLowerPoint();
-    return CheckReport::DescribeSize({size.GetX(), size.GetY(), size.GetZ()});
 }
 } // namespace
 
@@ -156,10 +149,10 @@ void JobOutput::Make()
     options.reset();
 }
 
-QList<JobStaging*> JobOutput::GetPlaces() const
+QList<const JobStaging*> JobOutput::GetPlaces() const
 {
-    QList<JobStaging*> places;
-    for (JobStaging* place : {partPlace.get(), toolPlace.get()}) {
+    QList<const JobStaging*> places;
+    for (const JobStaging* place : {partPlace.get(), toolPlace.get()}) {
         if (place)
             places.append(place);
     }
@@ -257,7 +250,7 @@ void JobOutput::DescribeResult()
                       .arg(statistics.subPlies)
                       .arg(statistics.points));
     result.append(Translate("size: %1, written in %2")
-                      .arg(DescribeSize(statistics.box), isInches ? Translate("inches") : Translate("mm")));
+                      .arg(JobConsole::DescribeSize(statistics.box), isInches ? Translate("inches") : Translate("mm")));
     result.append(Translate("axis system: %1").arg(rosette ? rosette->GetLabel() : Translate("of the model")));
     result += JobTargets(*options).GetLines();
     if (options->GetFileType() == ZETLaserOptions::FileDXF && partPlace)

@@ -48,7 +48,7 @@ public:
 private:
     Q_DISABLE_COPY_MOVE(JobOutput)
     QString GetTypeName() const;
-    QList<JobStaging*> GetPlaces() const;
+    QList<const JobStaging*> GetPlaces() const;
     void Write();
     void WriteFiles();
     void NameFinalToolFolder() const;

@@ -12,7 +12,6 @@
 
 #include <ZETComposites/ZETCompRoot.h>
 
-#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -90,7 +89,8 @@ private:
     void WriteFiles(JobPreviewScene& scene)
     {
         if (IsWanted(u"html"_s))
-            WriteFile(baseName + u".html"_s, JobPreviewPage::Write(scene, options.GetPartName(), side, *library));
+            place->WriteFile(baseName + u".html"_s,
+                             JobPreviewPage::Write(scene, options.GetPartName(), side, *library));
         ZETOpenPicture picture;
         picture.side = side;
         picture.size = wanted.size;
@@ -128,20 +128,12 @@ private:
     void WritePictures(JobPreviewScene& scene, const ZETOpenPicture& picture, const QString& name)
     {
         if (IsWanted(u"svg"_s))
-            WriteFile(name + u".svg"_s, ZETOpenScenePainter::WriteSvg(scene.GetScene(), picture));
+            place->WriteFile(name + u".svg"_s, ZETOpenScenePainter::WriteSvg(scene.GetScene(), picture));
         if (!IsWanted(u"png"_s))
             return;
         const QString file = name + u".png"_s;
         if (!ZETOpenScenePainter::PaintImage(scene.GetScene(), picture).save(place->GetPath() + u'/' + file, "PNG"))
             throw JobError(JobExit::CannotWrite, Translate("can't write %1").arg(place->GetFinalPath(file)));
-    }
-
-    void WriteFile(const QString& name, const QByteArray& content) const
-    {
-        QFile file(place->GetPath() + u'/' + name);
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
-            throw JobError(JobExit::CannotWrite,
-                           Translate("can't write %1: %2").arg(place->GetFinalPath(name), file.errorString()));
     }
 
     QStringList Commit() const

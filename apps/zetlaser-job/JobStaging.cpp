@@ -192,6 +192,13 @@ QStringList JobStaging::GetNames() const
     return QDir(path).entryList(QDir::Files, QDir::Name); // without hidden ones: the lock isn't part of the job
 }
 
+void JobStaging::WriteFile(const QString& name, const QByteArray& content) const
+{
+    QFile file(path + u'/' + name);
+    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
+        FailWriting(Translate("can't write %1: %2").arg(GetFinalPath(name), file.errorString()));
+}
+
 void JobStaging::CheckWritten() const
 {
     rlimit limit{};
@@ -247,7 +254,7 @@ bool JobStaging::RestorePrevious(const QString& name) const
     return unlink(place.constData()) == 0;
 }
 
-QStringList JobStaging::Commit(const QList<JobStaging*>& places)
+QStringList JobStaging::Commit(const QList<const JobStaging*>& places)
 {
     const QMutexLocker locker(&GetCommitMutex());
     struct Moved {

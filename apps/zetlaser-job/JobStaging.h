@@ -29,6 +29,8 @@ public:
     /*! Names of the files that the job has made, sorted. */
     QStringList GetNames() const;
 
+    /*! Writes a file that the tool itself has made. */
+    void WriteFile(const QString& name, const QByteArray& content) const;
     /*! Throws unless all that was written is on the disk and the disk still takes some more. */
     void CheckWritten() const;
     /*! Throws if one of the files can't come to its place: a folder or a device stands there, or a protected file. */
@@ -36,7 +38,7 @@ public:
 
     /*! Moves the files of all \a places over, or none: where one can't be moved, those moved before it are taken back.
      *  Interruptions wait until it is done. Returns the final paths. */
-    static QStringList Commit(const QList<JobStaging*>& places);
+    static QStringList Commit(const QList<const JobStaging*>& places);
 
     /*! While one lives, interruptions wait: for several calls of Commit that belong together. */
     class InterruptionGuard

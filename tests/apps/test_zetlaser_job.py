@@ -119,7 +119,7 @@ class CommandLine(JobTest):
                 self.assertEqual(self.run_tool("help", *command.split()).stdout, by_flag.stdout)
                 self.assertEqual(self.run_tool(*command.split(), "-h").stdout, by_flag.stdout)
         listed = self.run_tool("--help").stdout.partition("Commands ")[2].partition("General:")[0]
-        self.assertEqual(re.findall(r"(?m)^  (\w+) ", listed), ["preview", "check", "help"])
+        self.assertEqual(re.findall(r"(?m)^  (\w+) ", listed), ["preview", "check", "convert", "help"])
         self.expect(self.run_tool("help", "preveiw"), 2, "unknown command preveiw, did you mean preview?")
         self.expect(self.run_tool("help", "zzzzzzzz"), 2, "unknown command zzzzzzzz")
         self.expect(self.run_tool("help", "preview", "help"), 2, "expected one command, found a second one: help")
@@ -578,7 +578,7 @@ class Blade(JobTest):
 class Documents(JobTest):
     def blocks(self, name, language):
         text = (SOURCE / name).read_text(encoding="utf-8")
-        found = re.findall(rf"(?ms)^```{language}\n(.*?)^```$", text)
+        found = [block for of, block in re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", text) if of == language]
         self.assertGreater(len(found), 0)
         return found
 

@@ -1,0 +1,48 @@
+#include "JobFaults.h"
+
+#include "JobConsole.h"
+#include "JobError.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace
+{
+constexpr qsizetype mostTold = 100;
+
+QString Translate(const char* text)
+{
+    return QCoreApplication::translate("zetlaser-job", text);
+}
+} // namespace
+
+QString JobFaults::Format(int line, const QString& column, const QString& text) const
+{
+    const QString place = file + u':' + QString::number(line) + u": "_s;
+    return (column.isEmpty() ? place : place + column + u": "_s) + text;
+}
+
+void JobFaults::Add(int line, const QString& column, const QString& text)
+{
+    faults.insert(line, Format(line, column, text));
+}
+
+void JobFaults::Throw() const
+{
+    if (faults.isEmpty())
+        return;
+    // A multi map gives those of one line latest first.
+    QStringList lines;
+    for (const int line : faults.uniqueKeys()) {
+        const QStringList ofLine = faults.values(line);
+        std::copy(ofLine.rbegin(), ofLine.rend(), std::back_inserter(lines));
+    }
+    if (lines.size() == 1)
+        throw JobError(JobExit::WrongInput, lines.first());
+    for (const QString& line : lines.first(std::min(mostTold, lines.size())))
+        JobConsole::WriteMessage(Translate("error"), line);
+    throw JobError(JobExit::WrongInput, Translate("%1: %2 faults, nothing is written").arg(file).arg(lines.size()));
+}
