@@ -1,46 +1,25 @@
 #!/usr/bin/env python3
-"""Tests of `zetlaser-job check`, as its users call it: test_check.py PROGRAM SOURCE_DIR [unittest arguments]
-
-Each test runs in a folder of its own below the current one."""
+"""Tests of `zetlaser-job check`, as its users call it: test_check.py PROGRAM SOURCE_DIR [unittest arguments]"""
 
 import json
-import pathlib
-import shutil
-import subprocess
-import sys
-import unittest
 
-PROGRAM = pathlib.Path(sys.argv[1])
-SOURCE = pathlib.Path(sys.argv[2])
-PANEL = SOURCE / "examples" / "panel" / "panel.layup.json"
+from tool_test import PANEL, SOURCE, ToolTest, main
 
 SQUARE = "P 5\n0 0 0\n100 0 0\n100 100 0\n0 100 0\n0 0 0\n"
 GOOD = f"LAYER START S\nSTART A\n{SQUARE}END A\nLAYER END S\nEOD\n"
 
 
-class CheckTest(unittest.TestCase):
-    def setUp(self):
-        self.folder = pathlib.Path.cwd() / self.id().split(".", 1)[1]
-        shutil.rmtree(self.folder, ignore_errors=True)
-        self.folder.mkdir()
-
-    def run_tool(self, *arguments):
-        return subprocess.run([str(PROGRAM), *map(str, arguments)], cwd=self.folder, stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, timeout=60, check=False)
-
+class CheckTest(ToolTest):
     def check(self, *arguments, code=0):
         result = self.run_tool("check", *arguments)
         self.assertEqual(result.returncode, code, result.stdout + result.stderr)
         return result
 
-    def write(self, name, text):
-        (self.folder / name).write_text(text, encoding="utf-8")
-        return name
-
 
 class Calls(CheckTest):
     def test_a_good_file_is_told_with_its_plies(self):
-        result = self.check(self.write("part.ply", GOOD))
+        self.write("part.ply", GOOD)
+        result = self.check("part.ply")
         self.assertEqual(result.stderr, "")
         self.assertEqual(result.stdout.splitlines(), [
             "part.ply: Virtek",
@@ -136,4 +115,4 @@ class Calls(CheckTest):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], *sys.argv[3:]])
+    main()

@@ -1,47 +1,26 @@
 #!/usr/bin/env python3
 """Tests of `zetlaser-job preview`: test_preview.py PROGRAM SOURCE_DIR [unittest arguments]
 
-Each test runs in a folder of its own below the current one. Those of the page steer a real browser, and are skipped, with
-a line that says so, where chromium isn't installed."""
+Those of the page steer a real browser, and are skipped, with a line that says so, where chromium isn't installed."""
 
 import json
 import pathlib
 import re
-import shutil
 import struct
-import subprocess
-import sys
 import unittest
 import xml.etree.ElementTree as ElementTree
 
 from browser import Browser, find_chromium
+from tool_test import BLADE, PANEL, SOURCE, ToolTest, main
 
-PROGRAM = pathlib.Path(sys.argv[1])
-SOURCE = pathlib.Path(sys.argv[2])
-PANEL = SOURCE / "examples" / "panel" / "panel.layup.json"
-BLADE = SOURCE / "examples" / "blade" / "blade.layup.json"
 # One rectangle: 4 sides, a normal at each corner. Nothing else is asked for.
 PLAIN = ["--plies", "S1/P1", "--no-output-rosette", "--no-output-extra-geometry"]
 SVG = "{http://www.w3.org/2000/svg}"
 
 
-class PreviewTest(unittest.TestCase):
-    def setUp(self):
-        self.folder = pathlib.Path.cwd() / self.id().split(".", 1)[1]
-        shutil.rmtree(self.folder, ignore_errors=True)
-        self.folder.mkdir()
-
+class PreviewTest(ToolTest):
     def run_tool(self, *arguments):
-        return subprocess.run([str(PROGRAM), "preview", *map(str, arguments)], cwd=self.folder, stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, timeout=60, check=False)
-
-    def expect(self, result, code, *texts):
-        self.assertEqual(result.returncode, code, result.stderr + result.stdout)
-        for text in texts:
-            self.assertIn(text, result.stderr if code else result.stdout)
-        if code:
-            self.assertRegex(result.stderr, r"(?m)^error: .+\n\Z")
-            self.assertEqual(result.stdout, "")
+        return super().run_tool("preview", *arguments)
 
     def preview(self, layup, *arguments):
         """Runs the tool; what it says that it showed: plies, targets, segments, markers."""
@@ -49,9 +28,6 @@ class PreviewTest(unittest.TestCase):
         self.expect(result, 0, "shown: ")
         return [int(number) for number in re.search(
             r"(?m)^shown: (\d+) plies, (\d+) targets, (\d+) segments, (\d+) markers$", result.stdout).groups()]
-
-    def names(self):
-        return sorted(path.name for path in self.folder.iterdir())
 
 
 def count_svg(path):
@@ -341,4 +317,4 @@ class Page(PreviewTest):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=[sys.argv[0], *sys.argv[3:]], verbosity=2)
+    main()

@@ -20,6 +20,8 @@ def flag(key):
 
 
 class SetTest(ToolTest):
+    tells_result_of_failure = True  # of the outputs that didn't fail
+
     def run_set(self, settings, *more, layup=PANEL):
         self.write("set.json", settings)
         return self.run_tool(layup, "--settings", "set.json", *more)

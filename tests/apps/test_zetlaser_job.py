@@ -1,7 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of the built zetlaser-job, as its users call it: test_zetlaser_job.py PROGRAM HOST_APPLICATION SOURCE_DIR [unittest arguments]
-
-Each test runs in a folder of its own below the current one."""
+"""Tests of the built zetlaser-job, as its users call it: test_zetlaser_job.py PROGRAM SOURCE_DIR HOST_APPLICATION [unittest arguments]"""
 
 import ctypes
 import difflib
@@ -16,46 +14,16 @@ import signal
 import subprocess
 import sys
 import time
-import unittest
 
-PROGRAM = pathlib.Path(sys.argv[1])
-HOST_APPLICATION = pathlib.Path(sys.argv[2])
-SOURCE = pathlib.Path(sys.argv[3])
-PANEL = SOURCE / "examples" / "panel" / "panel.layup.json"
-BLADE = SOURCE / "examples" / "blade" / "blade.layup.json"
+from tool_test import BLADE, PANEL, PROGRAM, SOURCE, ToolTest, main
+
+HOST_APPLICATION = pathlib.Path(sys.argv[3])
 GOLDEN = SOURCE / "tests" / "golden" / "job"
 TYPES = ["virtek", "lpt", "faro", "lap", "sl", "assembly-guidance", "aligned-vision", "general-scanning", "apt", "apt-2",
          "apt-sl", "dxf", "quilmon"]
 
 
-class JobTest(unittest.TestCase):
-    def setUp(self):
-        self.folder = pathlib.Path.cwd() / self.id().split(".", 1)[1]
-        shutil.rmtree(self.folder, ignore_errors=True)
-        self.folder.mkdir()
-
-    def run_tool(self, *arguments, **more):
-        return subprocess.run([str(PROGRAM), *map(str, arguments)], cwd=self.folder, stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, timeout=60, check=False, **more)
-
-    def write(self, name, text):
-        path = self.folder / name
-        path.write_text(text if isinstance(text, str) else json.dumps(text), encoding="utf-8")
-        return path
-
-    def expect(self, result, code, *texts):
-        self.assertEqual(result.returncode, code, result.stderr + result.stdout)
-        for text in texts:
-            self.assertIn(text, result.stderr if code else result.stdout)
-        if code:  # one clear line, whatever else was said before it
-            self.assertRegex(result.stderr, r"(?m)^error: .+\n\Z")
-            self.assertEqual(result.stdout, "")
-
-    def names(self):
-        return sorted(path.name for path in self.folder.iterdir())
-
-
-class CommandLine(JobTest):
+class CommandLine(ToolTest):
     def test_help_tells_each_option_and_the_exit_codes(self):
         result = self.run_tool("--help")
         self.expect(result, 0, "Usage: zetlaser-job LAYUP --type TYPE --output FILE", "--settings FILE")
@@ -146,7 +114,7 @@ class CommandLine(JobTest):
                 self.assertEqual(self.names(), [])
 
 
-class Input(JobTest):
+class Input(ToolTest):
     def job(self, layup, *more):
         return self.run_tool(layup, "--type", "virtek", "--output", "a.ply", *more)
 
@@ -206,7 +174,7 @@ class Input(JobTest):
         self.expect(self.job(PANEL, "--settings", "none.json"), 3, "error: none.json: no such file")
 
 
-class Output(JobTest):
+class Output(ToolTest):
     def job(self, *more, layup=PANEL, kind="virtek", output="panel.ply", **rest):
         return self.run_tool(layup, "--type", kind, "--output", output, *more, **rest)
 
@@ -349,7 +317,7 @@ class Output(JobTest):
         self.expect(self.job("--plies", "P2", "--no-use-minimize-points-tolerance", *plain), 0, "points: 5\n")
 
 
-class Atomicity(JobTest):
+class Atomicity(ToolTest):
     def job(self, *more, output="panel.ply", **rest):
         return self.run_tool(PANEL, "--type", "virtek", "--output", output, *more, **rest)
 
@@ -448,7 +416,7 @@ class Atomicity(JobTest):
         return subprocess.Popen(call, cwd=self.folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
 
 
-class NoRoom(JobTest):
+class NoRoom(ToolTest):
     def test_a_full_device_is_told_and_leaves_previous_files(self):
         # A small file system of its own, in a name space of its own.
         script = 'mount -t tmpfs -o size=128k none "$1" || exit 99; cd "$1"; shift; echo previous >blade.ply; "$@"; ' \
@@ -466,7 +434,7 @@ class NoRoom(JobTest):
         self.assertEqual(result.stdout, "previous\nblade.ply\n")
 
 
-class Blade(JobTest):
+class Blade(ToolTest):
     def read_plies(self, name):
         """Ply name -> polylines of points, each three or six numbers."""
         plies, lines = {}, iter((self.folder / name).read_text().splitlines())
@@ -575,7 +543,7 @@ class Blade(JobTest):
         self.assertAlmostEqual(max(xs) - min(xs), 11700.0, delta=1.0)
 
 
-class Documents(JobTest):
+class Documents(ToolTest):
     def blocks(self, name, language):
         text = (SOURCE / name).read_text(encoding="utf-8")
         found = [block for of, block in re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", text) if of == language]
@@ -620,7 +588,7 @@ class Documents(JobTest):
         self.assertEqual([key for key in sorted(keys) if not re.search(rf"\b{key}\b", text)], [])
 
 
-class Schema(JobTest):
+class Schema(ToolTest):
     def test_the_examples_follow_the_schema(self):
         schema = json.loads((SOURCE / "schema" / "layup.schema.json").read_text(encoding="utf-8"))
         for path in (PANEL, BLADE):
@@ -688,4 +656,4 @@ class Schema(JobTest):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=1)
+    main(paths=3)

@@ -17,6 +17,8 @@ BLADE = SOURCE / "examples" / "blade" / "blade.layup.json"
 class ToolTest(unittest.TestCase):
     """Each test runs in a folder of its own below the current one."""
 
+    tells_result_of_failure = False  #: whether a call that fails has something to say on standard output
+
     def setUp(self):
         self.folder = pathlib.Path.cwd() / self.id().split(".", 1)[1]
         shutil.rmtree(self.folder, ignore_errors=True)
@@ -42,6 +44,8 @@ class ToolTest(unittest.TestCase):
             self.assertIn(text, result.stderr if code else result.stdout)
         if code:
             self.assertRegex(result.stderr, r"(?m)^error: .+\n\Z")
+            if not self.tells_result_of_failure:
+                self.assertEqual(result.stdout, "")
 
     def names(self):
         return sorted(path.name for path in self.folder.iterdir())
@@ -51,5 +55,6 @@ class ToolTest(unittest.TestCase):
         return {path.name: path.read_bytes() for path in (self.folder / folder).iterdir() if path.is_file()}
 
 
-def main():
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:], verbosity=1)
+def main(paths=2):
+    """Runs the tests that the arguments behind the paths name."""
+    unittest.main(argv=sys.argv[:1] + sys.argv[1 + paths:], verbosity=1)
