@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# install-dependencies.sh [build|bench|lint|browser|cad]...
+# install-dependencies.sh [build|bench|lint|browser|cad|shells]...
 #
 # Installs the Debian packages that building and testing (build, the default), the benchmarks (bench), the source checks
-# (lint), the test of the preview's page (browser, 110 MB to load) or the test that has a CAD program draw a DXF file
-# (cad, 16 MB) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
+# (lint), the test of the preview's page (browser, 110 MB to load), the test that has a CAD program draw a DXF file
+# (cad, 16 MB) or those of the completions (shells, 8 MB) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
 set -euo pipefail
 
 # Why each is needed stands in docs/architecture.md.
@@ -15,12 +15,13 @@ build_packages=(
     libcsv-dev
     hershey-fonts-data
     libjs-three
-    python3 python3-ezdxf libxml2-utils
+    python3 python3-ezdxf libxml2-utils groff-base
 )
 bench_packages=(libbenchmark-dev libboost-dev libdxflib-dev python3-ezdxf)
 lint_packages=(clang-format clang-tidy)
 browser_packages=(chromium)
 cad_packages=(librecad)
+shells_packages=(zsh fish)
 
 say() { echo "install-dependencies: $*"; }
 fail() { say "$*" >&2; exit 1; }
@@ -33,7 +34,8 @@ for group in "${@:-build}"; do
         lint) wanted+=("${lint_packages[@]}") ;;
         browser) wanted+=("${browser_packages[@]}") ;;
         cad) wanted+=("${cad_packages[@]}") ;;
-        *) fail "unknown group \"$group\", expected build, bench, lint, browser or cad" ;;
+        shells) wanted+=("${shells_packages[@]}") ;;
+        *) fail "unknown group \"$group\", expected build, bench, lint, browser, cad or shells" ;;
     esac
 done
 

@@ -16,7 +16,7 @@ struct JobArgument {
     QString placeholder;       //!< "LAYUP"
     QString noun;              //!< "layup file", for messages
     QStringList suffixes = {}; //!< of the files that are meant; none: any
-    QStringList choices = {};  //!< where no file is meant
+    bool isCommand = false;    //!< the name of a command is meant, and no file
     Count count = One;
 };
 
@@ -32,6 +32,14 @@ struct JobCall {
 struct JobExitCode {
     QString code; //!< "0", or "128 + N"
     QString meaning;
+
+    bool operator==(const JobExitCode& other) const = default;
+};
+
+/*! A call by example, as it stands in --help and in the manual page. */
+struct JobExample {
+    QString arguments; //!< behind the program's and the command's name
+    QString purpose;
 };
 
 /*! One command of the tool: the row that its parsing, its --help and its documents are made of. */
@@ -45,6 +53,7 @@ struct JobCommand {
     /*! Taken as well, and told by the --help of the command that has them as its own. */
     QList<JobSetting> sharedOptions = {};
     QString notes = {}; //!< a paragraph behind the options
+    QList<JobExample> examples = {};
     QList<JobExitCode> exitCodes = {};
     bool isDrawing = false; //!< needs a QGuiApplication
     /*! Gives the exit code; throws JobError. */
@@ -52,4 +61,6 @@ struct JobCommand {
 
     /*! "zetlaser-job preview" */
     QString GetCall() const { return (QLatin1String("zetlaser-job ") + name).trimmed(); }
+    /*! Its own options and those shared; where both have a key, its own is meant. */
+    QList<JobSetting> GetAllOptions() const;
 };

@@ -38,7 +38,7 @@ class Parser
 public:
     Parser(const JobCommand& called, const QStringList& given)
         : command(called)
-        , options(called.options + called.sharedOptions)
+        , options(called.GetAllOptions())
         , words(given)
     {
     }

@@ -48,6 +48,18 @@ void CheckFirstWord(const QString& word)
 }
 } // namespace
 
+QList<JobSetting> JobCommand::GetAllOptions() const
+{
+    QList<JobSetting> all = options;
+    for (const JobSetting& shared : sharedOptions) {
+        const bool isOwn = std::any_of(options.begin(), options.end(),
+                                       [&](const JobSetting& option) { return option.key == shared.key; });
+        if (!isOwn)
+            all.append(shared);
+    }
+    return all;
+}
+
 const QList<JobCommand>& JobCommands::GetAll()
 {
     static const QList<JobCommand> table = MakeTable();

@@ -74,6 +74,14 @@ QString FormatOptions(const QList<JobSetting>& options)
     return text;
 }
 
+QString FormatExamples(const JobCommand& command)
+{
+    QString text = Translate("\nExamples:\n");
+    for (const JobExample& example : command.examples)
+        text += FormatItem(command.GetCall() + u' ' + example.arguments, example.purpose);
+    return text;
+}
+
 QString FormatExitCodes(const QList<JobExitCode>& codes)
 {
     QString text = Translate("\nExit codes:\n");
@@ -90,6 +98,8 @@ QString GetHelpText(const JobCommand& command)
     text += FormatOptions(command.options);
     if (!command.notes.isEmpty())
         text += u'\n' + Wrap(command.notes, 0);
+    if (!command.examples.isEmpty())
+        text += FormatExamples(command);
     if (!command.exitCodes.isEmpty())
         text += FormatExitCodes(command.exitCodes);
     return text;
@@ -127,8 +137,9 @@ JobCommand MakeHelpCommand()
         .purpose = Translate("Tells the options of a command."),
         .usage = {u"[COMMAND]"_s},
         .description = Translate("Tells the options of a command, or those of a call without one."),
-        .arguments = {{.placeholder = u"COMMAND"_s, .noun = Translate("command"), .count = JobArgument::Optional}},
+        .arguments = {{.placeholder = u"COMMAND"_s, .noun = Translate("command"), .isCommand = true, .count = JobArgument::Optional}},
         .options = {},
+        .exitCodes = {{u"0"_s, Translate("the text is shown")}, {u"2"_s, Translate("the command line is wrong")}},
         .run = RunHelp,
     };
 }

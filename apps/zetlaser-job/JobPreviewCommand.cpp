@@ -101,6 +101,9 @@ JobCommand MakePreviewCommand()
             "Which plies are shown, and what of them, is told by the same options as for a job that writes, "
             "for example --plies, --configuration, --output-type, --output-rosette: zetlaser-job --help. Of a settings "
             "file counts what stands outside of \"outputs\"."),
+        .examples = {{u"panel.layup.json --output panel"_s, Translate("Writes panel.html, panel.png and panel.svg.")},
+                     {u"panel.layup.json --output plies --formats png --ply-pictures --side top"_s,
+                      Translate("Writes a picture of each ply, seen from above.")}},
         .exitCodes = GetJobExitCodes(),
         .isDrawing = true,
         .run = RunPreviewCommand,

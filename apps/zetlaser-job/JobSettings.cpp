@@ -482,6 +482,13 @@ QStringList JobSetting::GetFlags() const
     return flags;
 }
 
+QString JobSetting::GetShownFlags() const
+{
+    if (kind == Switch)
+        return u"--[no-]"_s + GetFlag().mid(2);
+    return letter.isEmpty() ? GetFlag() : u'-' + letter + u", "_s + GetFlag();
+}
+
 QString JobSetting::GetPlaceholder() const
 {
     if (!placeholder.isEmpty())
@@ -517,10 +524,7 @@ QString JobSetting::GetPlaceholder() const
 
 QString JobSetting::GetUsage() const
 {
-    if (kind == Switch)
-        return u"--[no-]"_s + GetFlag().mid(2);
-    const QString flags = letter.isEmpty() ? GetFlag() : u'-' + letter + u", "_s + GetFlag();
-    return kind == Flag ? flags : flags + u' ' + GetPlaceholder();
+    return (GetShownFlags() + u' ' + GetPlaceholder()).trimmed();
 }
 
 const QList<JobSetting>& JobSettingTable::GetAll()

@@ -62,9 +62,11 @@ struct JobSetting {
     QString GetNegatedFlag() const;
     /*! All that can be written: flag, negated flag, letter. */
     QStringList GetFlags() const;
+    /*! The flags as they are shown: "--max-length", "--[no-]output-rosette", "-h, --help". */
+    QString GetShownFlags() const;
     /*! "MM"; empty for an option without a value. */
     QString GetPlaceholder() const;
-    /*! "--max-length MM", "--[no-]output-rosette", "-h, --help" */
+    /*! Shown flags and placeholder: "--max-length MM" */
     QString GetUsage() const;
     /*! Its value is a list, which the names of each further flag are added to. */
     bool IsList() const { return kind == List || kind == Choices; }

@@ -1,7 +1,9 @@
 #include "JobWriteCommand.h"
 
+#include "JobCompletion.h"
 #include "JobConsole.h"
 #include "JobError.h"
+#include "JobManual.h"
 #include "JobRun.h"
 
 #include "laser/ZETLaserOptions.h"
@@ -59,6 +61,12 @@ JobCommand MakeWriteCommand()
             Translate("Where an option isn't given, the manufacturing configuration decides about normals, rosette, "
                       "seeds, extra geometry and parent plies; all else has the library's default. Lengths are in "
                       "mm, whatever the unit of the written file."),
+        .examples =
+            {{u"panel.layup.json --type virtek --output panel.ply"_s,
+              Translate("Writes panel.ply, its calibration file panel.cal and the report panel.ply-report.htm.")},
+             {u"panel.layup.json --type lap --output plies.lap --units in --plies S1/P1,P2"_s,
+              Translate("Writes two of the plies, in inches.")},
+             {u"panel.layup.json --settings virtek.json"_s, Translate("Takes type, output and all else from a file.")}},
         .exitCodes = GetJobExitCodes(),
         .run = RunWrite,
     };
@@ -83,6 +91,8 @@ QList<JobSetting> GetJobOptions()
                 .section = general,
                 .help = Translate("Show the types of files that can be written."),
                 .answer = [](const JobCommand&, const QVariant&) { return GetTypeListText(); }},
+               MakeManualOption(general),
+               MakeCompletionOption(general),
                {.key = u"settings"_s,
                 .kind = JobSetting::File,
                 .section = general,

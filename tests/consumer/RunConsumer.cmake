@@ -37,6 +37,14 @@ foreach(package IN LISTS packages)
     endif()
 endforeach()
 
+foreach(document IN ITEMS man/man1/zetlaser-job.1 bash-completion/completions/zetlaser-job
+        zsh/site-functions/_zetlaser-job fish/vendor_completions.d/zetlaser-job.fish)
+    file(READ "${here}/prefix/share/${document}" text)
+    if(NOT text MATCHES "--list-types|list\\\\-types|-l list-types")
+        message(FATAL_ERROR "${document} doesn't tell the options of the tool")
+    endif()
+endforeach()
+
 run("configure the consumer" ${CMAKE_COMMAND} -S "${SOURCE}/tests/consumer" -B "${here}/consumer" ${settings})
 run("build the consumer" ${CMAKE_COMMAND} --build "${here}/consumer" --config "${CONFIG}")
 run("run the consumer" "${here}/consumer/consumer")
