@@ -15,6 +15,7 @@ import subprocess
 import sys
 import time
 
+import json_schema
 from tool_test import BLADE, PANEL, PROGRAM, SOURCE, ToolTest, main
 
 HOST_APPLICATION = pathlib.Path(sys.argv[3])
@@ -592,7 +593,7 @@ class Schema(ToolTest):
     def test_the_examples_follow_the_schema(self):
         schema = json.loads((SOURCE / "schema" / "layup.schema.json").read_text(encoding="utf-8"))
         for path in (PANEL, BLADE):
-            self.check(json.loads(path.read_text(encoding="utf-8")), schema, schema, path.name)
+            json_schema.check(json.loads(path.read_text(encoding="utf-8")), schema, path.name)
 
     def test_the_check_finds_faults(self):
         schema = json.loads((SOURCE / "schema" / "layup.schema.json").read_text(encoding="utf-8"))
@@ -603,56 +604,7 @@ class Schema(ToolTest):
             broken = json.loads(json.dumps(panel))
             change(broken)
             with self.assertRaises(AssertionError):
-                self.check(broken, schema, schema, "broken")
-
-    def check(self, value, rule, root, path):
-        """The part of JSON Schema that the schema uses, so that no package is needed for it."""
-        known = {"$ref", "$schema", "title", "description", "type", "enum", "const", "properties", "required",
-                 "additionalProperties", "$defs", "items", "minItems", "maxItems", "minLength", "minimum",
-                 "exclusiveMinimum", "oneOf", "anyOf", "allOf"}
-        self.assertLessEqual(set(rule), known)
-        if "$ref" in rule:
-            self.check(value, root["$defs"][rule["$ref"].removeprefix("#/$defs/")], root, path)
-        types = {"object": dict, "array": list, "string": str, "boolean": bool, "number": (int, float), "integer": int}
-        if "type" in rule:
-            self.assertIsInstance(value, types[rule["type"]], path)
-            if rule["type"] in ("number", "integer"):
-                self.assertNotIsInstance(value, bool, path)
-        if "enum" in rule:
-            self.assertIn(value, rule["enum"], path)
-        if "const" in rule:
-            self.assertEqual(value, rule["const"], path)
-        if isinstance(value, (int, float)) and "exclusiveMinimum" in rule:
-            self.assertGreater(value, rule["exclusiveMinimum"], path)
-        if isinstance(value, (int, float)) and "minimum" in rule:
-            self.assertGreaterEqual(value, rule["minimum"], path)
-        if isinstance(value, str):
-            self.assertGreaterEqual(len(value), rule.get("minLength", 0), path)
-        if isinstance(value, list):
-            self.assertGreaterEqual(len(value), rule.get("minItems", 0), path)
-            self.assertLessEqual(len(value), rule.get("maxItems", len(value)), path)
-            for index, item in enumerate(value if "items" in rule else []):
-                self.check(item, rule["items"], root, f"{path}[{index}]")
-        if isinstance(value, dict):
-            for key in rule.get("required", []):
-                self.assertIn(key, value, path)
-            for key, item in value.items():
-                if key in rule.get("properties", {}):
-                    self.check(item, rule["properties"][key], root, f"{path}.{key}")
-                elif isinstance(rule.get("additionalProperties"), dict):
-                    self.check(item, rule["additionalProperties"], root, f"{path}.{key}")
-                else:
-                    self.assertNotEqual(rule.get("additionalProperties"), False, f"{path}.{key}")
-        for word, fits in (("oneOf", lambda n: n == 1), ("anyOf", lambda n: n >= 1), ("allOf", lambda n: n == len(rule["allOf"]))):
-            if word in rule:
-                self.assertTrue(fits(sum(self.matches(value, part, root, path) for part in rule[word])), f"{path}: {word}")
-
-    def matches(self, value, rule, root, path):
-        try:
-            self.check(value, rule, root, path)
-            return True
-        except AssertionError:
-            return False
+                json_schema.check(broken, schema, "broken")
 
 
 if __name__ == "__main__":
