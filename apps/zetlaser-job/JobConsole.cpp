@@ -43,28 +43,27 @@ QString GetSeverity(ZETSysMessageQueue::Type type)
     }
 }
 
-/*! A message and how often it came. */
-struct CountedMessage {
-    ZETOpenMessage message;
-    int count = 1;
+struct Messages {
+    QList<JobMessage> kept;
+    QList<JobMessage> current;
 };
 
-QList<CountedMessage>& GetMessages()
+Messages& GetStore()
 {
-    static QList<CountedMessage> messages; // in the order in which they first came
+    static Messages messages;
     return messages;
 }
 
-void TakeMessage(const ZETOpenMessage& message)
+void Take(const QString& severity, const QString& text)
 {
-    for (CountedMessage& earlier : GetMessages()) {
-        if (earlier.message.text == message.text && earlier.message.type == message.type) {
+    for (JobMessage& earlier : GetStore().current) {
+        if (earlier.text == text && earlier.severity == severity) {
             ++earlier.count;
             return;
         }
     }
-    GetMessages().append({message});
-    JobConsole::WriteMessage(GetSeverity(message.type), message.text);
+    GetStore().current.append({severity, text});
+    JobConsole::WriteMessage(severity, text);
 }
 } // namespace
 
@@ -111,18 +110,32 @@ void JobConsole::EndProgress()
 
 void JobConsole::ListenToMessageQueue()
 {
-    ZETOpenMessageQueue::Install(TakeMessage);
+    ZETOpenMessageQueue::Install([](const ZETOpenMessage& message) { Take(GetSeverity(message.type), message.text); });
+}
+
+void JobConsole::Warn(const QString& text)
+{
+    Take(GetSeverity(ZETSysMessageQueue::TypeWarning), text);
+}
+
+QList<JobMessage> JobConsole::GetMessages()
+{
+    return GetStore().kept + GetStore().current;
 }
 
 void JobConsole::TellRepeatedMessages()
 {
-    for (const CountedMessage& counted : std::as_const(GetMessages())) {
-        if (counted.count > 1)
-            WriteMessage(GetSeverity(counted.message.type),
-                         QCoreApplication::translate("zetlaser-job", "%1 (%2 times in all)")
-                             .arg(counted.message.text)
-                             .arg(counted.count));
+    for (const JobMessage& message : std::as_const(GetStore().current)) {
+        if (message.count > 1)
+            WriteMessage(message.severity, QCoreApplication::translate("zetlaser-job", "%1 (%2 times in all)")
+                                               .arg(message.text, QString::number(message.count)));
     }
-    GetMessages().clear();
+    GetStore().current.clear();
     ZETOpenMessageQueue::Clear();
+}
+
+void JobConsole::KeepMessages()
+{
+    GetStore().kept = GetMessages();
+    TellRepeatedMessages();
 }

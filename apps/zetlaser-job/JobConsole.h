@@ -1,9 +1,17 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 class ZETMathBoundingBox;
+
+/*! Something that the user was told of the model or of what is written. */
+struct JobMessage {
+    QString severity; //!< "note", "warning" or "problem"
+    QString text;
+    int count = 1; //!< how often it came
+};
 
 /*! What the tool says: results on standard output, messages and progress on standard error. */
 namespace JobConsole
@@ -21,10 +29,20 @@ void WriteMessage(const QString& severity, const QString& text);
 void ShowProgress(const QString& step);
 /*! Takes the progress line away. */
 void EndProgress();
-/*! Sends messages of the queue to WriteMessage, with their severity in words. Of equal ones, which come once for each
- *  ply, only the first is written at once. */
+
+// Messages on the model and on what is written. Of equal ones, which come once for each ply, only the first is written
+// at once.
+
+/*! Takes the messages of the queue from here on, with their severity in words. */
 void ListenToMessageQueue();
+/*! Takes a warning. */
+void Warn(const QString& text);
+/*! Those that came so far, in the order in which they first came. */
+QList<JobMessage> GetMessages();
 /*! Tells how many equal messages came behind the first. Then forgets them all and empties the queue, so that what comes
  *  next begins anew. */
 void TellRepeatedMessages();
+/*! From here on GetMessages has those that came so far whatever is forgotten: they are on the model, hence on every
+ *  output. */
+void KeepMessages();
 } // namespace JobConsole

@@ -3,10 +3,13 @@
 #include "JobConsole.h"
 #include "JobError.h"
 #include "JobFileName.h"
+#include "JobInputs.h"
 #include "JobSelection.h"
 #include "JobStaging.h"
 #include "JobSteps.h"
+#include "JobSummary.h"
 #include "JobTargets.h"
+#include "JobThinning.h"
 
 #include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserProcesses.h"
@@ -100,17 +103,15 @@ void JobOutput::PreparePlaces()
     if (!settings.Has(u"type"_s))
         throw JobError(JobExit::WrongCall,
                        Translate("expected the option --type, found none (--list-types shows the types)"));
+    if (settings.Has(u"summary"_s))
+        summary = std::make_unique<JobSummary>(settings.GetText(u"summary"_s));
     if (settings.Has(u"createLaserData"_s) && !settings.Get(u"createLaserData"_s).toBool())
         return;
     if (!settings.Has(u"output"_s))
         throw JobError(JobExit::WrongCall, Translate("expected the option --output, found none"));
-    const QFileInfo output(settings.GetText(u"output"_s));
-    if (output.fileName().isEmpty() || output.isDir())
-        throw JobError(JobExit::CannotWrite, Translate("can't write %1: it is a folder").arg(output.filePath()));
-    if (output.exists() && !output.isFile())
-        throw JobError(JobExit::CannotWrite, Translate("can't write %1: it is no regular file").arg(output.filePath()));
-    fileName = output.fileName();
-    partPlace = std::make_unique<JobStaging>(output.absolutePath());
+    const QString output = settings.GetText(u"output"_s);
+    fileName = QFileInfo(output).fileName();
+    partPlace = std::make_unique<JobStaging>(JobStaging::CheckFile(output));
     if (!settings.Get(u"useSpecificPathForLaserFile"_s).toBool())
         return;
     if (!settings.Has(u"targetFilePath"_s))
@@ -126,8 +127,14 @@ void JobOutput::SetUp(ZETCompRoot& modelRoot)
     FillOptions(*options, modelRoot, settings);
     configuration = modelRoot.GetActiveMfgConfiguration();
     JobSteps::CheckSelection(*options);
-    if (partPlace)
+    if (partPlace) {
         fileName = GetFileName(*options, fileName);
+        settings.Set(u"output"_s, partPlace->GetFinalPath(fileName));
+    }
+    if (summary) {
+        summary->SetName(GetFileName(*options, summary->GetName()));
+        settings.Set(u"summary"_s, summary->GetFile());
+    }
 }
 
 QStringList JobOutput::GetPartFile() const
@@ -135,27 +142,30 @@ QStringList JobOutput::GetPartFile() const
     return partPlace ? QStringList{partPlace->GetFinalPath(fileName)} : QStringList();
 }
 
-void JobOutput::Make()
+void JobOutput::Make(const JobInputs& inputs)
 {
     // Another output may have set its own since.
     if (root->GetActiveMfgConfiguration() != configuration)
         ZETOpenComposites::SetActiveMfgConfiguration(*root, configuration);
     for (const QString& warning : JobTargets(*options).GetWarnings())
-        JobConsole::WriteMessage(Translate("warning"), warning);
-    JobSteps::ReadAndThin(*options);
+        JobConsole::Warn(warning);
+    JobSteps::Read(*options);
+    const JobThinning thinning(*options);
+    for (const QString& warning : thinning.GetWarnings(*options))
+        JobConsole::Warn(warning);
     if (partPlace)
         Write();
+    if (summary)
+        summary->Write(inputs, settings, *options, thinning, GetPlaces());
+    inputs.CheckKept(GetFiles());
     DescribeResult();
     options.reset();
 }
 
 QList<const JobStaging*> JobOutput::GetPlaces() const
 {
-    QList<const JobStaging*> places;
-    for (const JobStaging* place : {partPlace.get(), toolPlace.get()}) {
-        if (place)
-            places.append(place);
-    }
+    QList<const JobStaging*> places{partPlace.get(), toolPlace.get(), summary ? &summary->GetPlace() : nullptr};
+    places.removeAll(nullptr);
     return places;
 }
 
@@ -227,8 +237,7 @@ void JobOutput::WarnOfLetters() const
             if (told.contains(text))
                 continue;
             told.append(text);
-            JobConsole::WriteMessage(
-                Translate("warning"),
+            JobConsole::Warn(
                 Translate("the text \"%1\" has letters beyond ASCII; some readers of DXF show others").arg(text));
         }
     }

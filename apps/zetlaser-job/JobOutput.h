@@ -8,7 +8,9 @@
 
 #include <memory>
 
+class JobInputs;
 class JobStaging;
+class JobSummary;
 class ZETCompMfgConfiguration;
 class ZETCompRoot;
 class ZETLaserOptions;
@@ -36,8 +38,9 @@ public:
     /*! Path of the part file; none where files aren't asked for. */
     QStringList GetPartFile() const;
     /*! Reads the selected plies, thins their points, writes all files into the temporary folders, and looks whether
-     *  they are whole and can come to their places. The active configuration is that of this output again. */
-    void Make();
+     *  they are whole and can come to their places. The active configuration is that of this output again.
+     *  The summary, where one is asked for, tells of \a inputs. */
+    void Make(const JobInputs& inputs);
     /*! Final paths of all files that Make has written. */
     QStringList GetFiles() const;
     /*! Moves the files over: all of them or none. */
@@ -59,6 +62,7 @@ private:
     QString fileName; //!< of the part file; with macros until SetUp
     std::unique_ptr<JobStaging> partPlace;
     std::unique_ptr<JobStaging> toolPlace; //!< of the tool file, where it has a folder of its own
+    std::unique_ptr<JobSummary> summary;   //!< null if none is asked for
     ZETCompRoot* root = nullptr;
     ZETCompMfgConfiguration* configuration = nullptr;
     std::unique_ptr<ZETLaserOptions> options; //!< with the tree, hence from SetUp to the end of Make only

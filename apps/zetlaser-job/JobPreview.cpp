@@ -50,7 +50,8 @@ public:
         PrepareOutput();
         model = JobSteps::LoadModel(layupFile);
         FillOptions(options, *model.root, settings);
-        JobSteps::ReadAndThin(options);
+        JobSteps::Read(options);
+        JobSteps::Thin(options);
         JobConsole::ShowProgress(Translate("drawing"));
         JobPreviewScene scene(options);
         side = wanted.side.value_or(scene.GetLayingSide());

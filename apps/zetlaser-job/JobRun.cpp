@@ -2,6 +2,7 @@
 
 #include "JobConsole.h"
 #include "JobError.h"
+#include "JobInputs.h"
 #include "JobOutput.h"
 #include "JobStaging.h"
 #include "JobSteps.h"
@@ -44,6 +45,9 @@ class Run
 public:
     explicit Run(const QList<JobSettings>& settings)
     {
+        const QString settingsFile = settings.value(0).GetText(u"settings"_s);
+        if (!settingsFile.isEmpty())
+            inputs.Add(u"settings"_s, settingsFile);
         for (const JobSettings& one : settings) {
             const QString title = Translate("output %1 of %2").arg(entries.size() + 1).arg(settings.size());
             entries.push_back({title, std::make_unique<JobOutput>(one), std::nullopt});
@@ -94,13 +98,17 @@ private:
 
     void MakeFrom(const QString& layupFile)
     {
+        inputs.Add(u"layup"_s, layupFile);
         model = JobSteps::LoadModel(layupFile);
+        for (const QString& shapeFile : model.shapeFiles)
+            inputs.Add(u"shape"_s, shapeFile);
+        JobConsole::KeepMessages();
         SetUp(*model.root);
         RefuseSharedFiles([](const JobOutput& output) { return output.GetPartFile(); });
         Each([this](Entry& entry) {
             if (IsSet())
                 JobConsole::WriteMessage(entry.title, entry.output->GetName());
-            entry.output->Make();
+            entry.output->Make(inputs);
             JobConsole::TellRepeatedMessages();
         });
         // What files there are is known for certain only now: that depends on targets, materials and names of plies.
@@ -160,6 +168,7 @@ private:
             throw JobError(worst, Translate("%1 of %2 outputs failed").arg(failed).arg(entries.size()));
     }
 
+    JobInputs inputs;
     ZETOpenLayupModel model;
     std::vector<Entry> entries; // behind the model, so that they go first
 };

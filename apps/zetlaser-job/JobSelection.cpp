@@ -1,6 +1,7 @@
 #include "JobSelection.h"
 
 #include "JobError.h"
+#include "JobPly.h"
 #include "JobSettings.h"
 
 #include "features/ZETLaserProjector.h"
@@ -154,6 +155,36 @@ void SelectProjectors(ZETLaserOptions& options, const ZETCompRoot& root, const J
     for (const QString& name : settings.GetList(u"projectors"_s))
         options.AddProjector(FindFeature<ZETLaserProjector>(root, name, Translate("projector")));
 }
+
+QString GetLabel(const ZETFeatObject* feature)
+{
+    return feature ? feature->GetLabel() : QString();
+}
+
+QStringList GetProjectorNames(const ZETLaserOptions& options)
+{
+    QStringList names;
+    for (const ZETLaserProjector* projector : options.GetProjectors())
+        names.append(projector->GetLabel());
+    return names;
+}
+
+QStringList GetLayupNames(const ZETLaserOptions& options)
+{
+    QStringList names;
+    for (const ZETCompPlyBase* ply : options.GetPlies())
+        names.append(JobPly(*ply).layup);
+    names.removeDuplicates();
+    return names;
+}
+
+QStringList GetPlyPaths(const ZETLaserOptions& options)
+{
+    QStringList paths;
+    for (const ZETCompPlyBase* ply : options.GetPlies())
+        paths.append(GetLabelPath(*ply));
+    return paths;
+}
 } // namespace
 
 void FillOptions(ZETLaserOptions& options, ZETCompRoot& root, const JobSettings& settings)
@@ -169,4 +200,23 @@ void FillOptions(ZETLaserOptions& options, ZETCompRoot& root, const JobSettings&
     }
     SelectPlies(options, root, settings);
     SelectProjectors(options, root, settings);
+}
+
+QVariant GetValueInForce(const JobSetting& setting, const JobSettings& settings, const ZETLaserOptions& options)
+{
+    // The job puts a temporary folder into the record, so paths are taken from where they were set.
+    const bool isPath = setting.kind == JobSetting::File || setting.kind == JobSetting::Folder;
+    if (setting.record.read && !isPath)
+        return setting.record.read(options);
+    if (setting.key == u"configuration"_s)
+        return GetLabel(options.GetActiveConfiguration().data());
+    if (setting.key == u"axisSystem"_s)
+        return GetLabel(options.GetAxisSystem().data());
+    if (setting.key == u"projectors"_s)
+        return GetProjectorNames(options);
+    if (setting.key == u"layups"_s)
+        return GetLayupNames(options);
+    if (setting.key == u"plies"_s)
+        return GetPlyPaths(options);
+    return settings.Get(setting.key);
 }

@@ -79,6 +79,13 @@ QList<JobSetting> MakeTable()
         {u"output"_s, Kind::File, job,
          Translate("The part file. Other files of the job are named after it. Its name may have macros that are the "
                    "same for all plies, such as %PART%.")},
+        {.key = u"summary"_s,
+         .kind = Kind::File,
+         .section = job,
+         .help =
+             Translate("Also write what was read, set, told, thinned and written, as a JSON file. Its name may have "
+                       "the same macros."),
+         .suffixes = {u"json"_s}},
         {u"units"_s,
          Kind::Choice,
          job,
@@ -640,7 +647,7 @@ JobSettings JobSettingsFile::GetCommon(const JobSettings& flags) const
 
 QList<JobSettings> JobSettingsFile::GetOutputs(const JobSettings& flags) const
 {
-    for (const QString& key : {u"type"_s, u"output"_s}) {
+    for (const QString& key : {u"type"_s, u"output"_s, u"summary"_s}) {
         if (!outputs.isEmpty() && flags.Has(key))
             throw JobError(JobExit::WrongCall, Translate("expected no %1 beside a settings file with \"outputs\"")
                                                    .arg(JobSettingTable::FindByKey(key)->GetFlag()));

@@ -123,6 +123,15 @@ int WriteProbe(const QString& file)
     return error;
 }
 
+/*! Throws if what stands at \a place is no file that another one can take the place of. */
+void CheckPlace(const QFileInfo& place)
+{
+    if (place.isDir())
+        FailWriting(Translate("can't write %1: it is a folder").arg(place.filePath()));
+    if (place.exists() && !place.isFile())
+        FailWriting(Translate("can't write %1: it is no regular file").arg(place.filePath()));
+}
+
 /*! Ends the program; runs in a thread of its own, which alone receives the signals. */
 [[noreturn]] void EndBySignal(int number)
 {
@@ -136,6 +145,15 @@ int WriteProbe(const QString& file)
     _exit(static_cast<int>(JobExit::SignalBase) + number);
 }
 } // namespace
+
+QString JobStaging::CheckFile(const QString& fileName)
+{
+    const QFileInfo file(fileName);
+    if (file.fileName().isEmpty())
+        FailWriting(Translate("can't write %1: it is a folder").arg(fileName));
+    CheckPlace(file);
+    return file.absolutePath();
+}
 
 JobStaging::JobStaging(const QString& inFolder)
     : folder(QFileInfo(inFolder).absoluteFilePath())
@@ -224,13 +242,8 @@ void JobStaging::CheckPlaces() const
 {
     for (const QString& name : GetNames()) {
         const QFileInfo place(GetFinalPath(name));
-        if (!place.exists())
-            continue;
-        if (place.isDir())
-            FailWriting(Translate("can't write %1: it is a folder").arg(place.filePath()));
-        if (!place.isFile())
-            FailWriting(Translate("can't write %1: it is no regular file").arg(place.filePath()));
-        if (!place.isWritable())
+        CheckPlace(place);
+        if (place.exists() && !place.isWritable())
             FailWriting(Translate("can't write %1: it is write-protected").arg(place.filePath()));
     }
 }

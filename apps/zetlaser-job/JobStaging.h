@@ -18,6 +18,9 @@
 class JobStaging
 {
 public:
+    /*! The folder of \a fileName; throws if a folder, a device or the like stands in the place of the file. */
+    static QString CheckFile(const QString& fileName);
+
     /*! Makes the temporary folder in \a folder, which must be there. */
     explicit JobStaging(const QString& folder);
     ~JobStaging();

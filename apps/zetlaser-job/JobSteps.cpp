@@ -23,7 +23,7 @@ ZETOpenLayupModel JobSteps::LoadModel(const QString& layupFile)
         throw JobError(JobExit::WrongInput, error.GetMessage());
     }
     for (const ZETOpenJsonError& warning : model.warnings)
-        JobConsole::WriteMessage(Translate("warning"), warning.GetMessage());
+        JobConsole::Warn(warning.GetMessage());
     return model;
 }
 
@@ -36,7 +36,7 @@ void JobSteps::CheckSelection(const ZETLaserOptions& options)
                                                              "selected"));
 }
 
-void JobSteps::ReadAndThin(ZETLaserOptions& options)
+void JobSteps::Read(ZETLaserOptions& options)
 {
     CheckSelection(options);
     JobConsole::ShowProgress(Translate("reading %1 plies").arg(options.GetPlies().size()));
@@ -44,6 +44,10 @@ void JobSteps::ReadAndThin(ZETLaserOptions& options)
         if (!options.GetLaserProcesses()->ReadLaserData())
             throw JobError(JobExit::NothingToDo, Translate("nothing to write: the selected plies gave no data"));
     });
+}
+
+void JobSteps::Thin(ZETLaserOptions& options)
+{
     JobConsole::ShowProgress(Translate("thinning points"));
     Run([&] { options.GetLaserProcesses()->ProcessLaserData(); });
 }

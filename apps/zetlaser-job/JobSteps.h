@@ -34,6 +34,8 @@ void Run(Step step)
 ZETOpenLayupModel LoadModel(const QString& layupFile);
 /*! Throws unless plies are selected. */
 void CheckSelection(const ZETLaserOptions& options);
-/*! Reads the selected plies into the job's tree and thins their points. */
-void ReadAndThin(ZETLaserOptions& options);
+/*! Reads the selected plies into the job's tree. */
+void Read(ZETLaserOptions& options);
+/*! Thins the points of the tree. */
+void Thin(ZETLaserOptions& options);
 } // namespace JobSteps

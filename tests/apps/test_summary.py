@@ -3,33 +3,23 @@
 
 Each test runs in a folder of its own below the current one."""
 
+import hashlib
 import json
 import math
-import pathlib
-import shutil
+import os
+import re
 import subprocess
 import sys
-import unittest
 
-PROGRAM = pathlib.Path(sys.argv[1])
-SOURCE = pathlib.Path(sys.argv[2])
-PANEL = SOURCE / "examples" / "panel" / "panel.layup.json"
-BLADE = SOURCE / "examples" / "blade" / "blade.layup.json"
+import json_schema
+from tool_test import BLADE, PANEL, PROGRAM, SOURCE, ToolTest, main
 
+SCHEMA = json.loads((SOURCE / "schema" / "summary.schema.json").read_text(encoding="utf-8"))
 FOUR = {"A": [0, 0, 0], "B": [1000, 0, 0], "C": [1000, 600, 0], "D": [0, 600, 0]}
 
 
-class JobTest(unittest.TestCase):
-    def setUp(self):
-        self.folder = pathlib.Path.cwd() / self.id().split(".", 1)[1]
-        shutil.rmtree(self.folder, ignore_errors=True)
-        self.folder.mkdir()
-
-    def run_tool(self, *arguments, folder=None):
-        return subprocess.run([str(PROGRAM), *map(str, arguments)], cwd=folder or self.folder, stdin=subprocess.DEVNULL,
-                              capture_output=True, text=True, timeout=60, check=False)
-
-    def write_layup(self, targets, projectors, name="a.layup.json"):
+class SummaryTest(ToolTest):
+    def write_layup(self, targets, projectors, name="a.layup.json", boundary=None):
         """A table with one ply, targets by name and place, and projectors by name and their targets."""
         layup = {
             "format": "zetlaser-layup", "version": 1, "units": "mm", "name": "Table",
@@ -42,12 +32,12 @@ class JobTest(unittest.TestCase):
                 {"name": "S1", "children": [
                     {"name": "P1", "direction": 45, "material": "Glass",
                      "boundary": [[0, 0, 0], [400, 0, 0], [400, 300, 0], [0, 300, 0]]}]}]}]}
-        path = self.folder / name
-        path.write_text(json.dumps(layup), encoding="utf-8")
-        return path
+        if boundary:
+            layup["layups"][0]["children"][0]["children"][0]["boundary"] = boundary
+        return self.write(name, layup)
 
 
-class Targets(JobTest):
+class Targets(SummaryTest):
     def look(self, targets, projectors, *more, kind="virtek"):
         """The warnings of targets, and the lines on projectors in the result. That a projector is empty is also told where
         the layup file is read, with its line there."""
@@ -193,5 +183,400 @@ class Targets(JobTest):
                 self.assertEqual(result.stdout.count("\nprojector "), 2)
 
 
+class Job(SummaryTest):
+    def summarize(self, layup, *more, name="s.json", output="a.ply", kind="virtek"):
+        result = self.run_tool(layup, "--type", kind, "--output", output, "--summary", name, *more)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return self.read(name)
+
+    def read(self, name):
+        summary = json.loads((self.folder / name).read_text(encoding="utf-8"))
+        json_schema.check(summary, SCHEMA, name)
+        return summary
+
+    def table(self, boundary=None):
+        return self.write_layup(FOUR, {"Left": list("ABCD")}, boundary=boundary)
+
+
+class Content(Job):
+    def test_the_schema_refuses_what_is_no_summary(self):
+        summary = self.summarize(PANEL)
+        for change in (lambda s: s.pop("tool"), lambda s: s["inputs"][0].update(file="/tmp/a"), lambda s: s.update(date="today"),
+                       lambda s: s["files"][0].update(sha256="12"), lambda s: s["plies"][0].update(length=-1),
+                       lambda s: s["plies"][0].pop("worstDeviation"), lambda s: s["projectors"][0]["targets"][0].update(at=[1]),
+                       lambda s: s["messages"][0].update(severity="error")):
+            broken = json.loads(json.dumps(summary))
+            change(broken)
+            with self.assertRaises(AssertionError):
+                json_schema.check(broken, SCHEMA, "broken")
+
+    def sums(self, *names):
+        contents = [(self.folder / name).read_bytes() for name in names]
+        return [(name, len(content), hashlib.sha256(content).hexdigest()) for name, content in zip(names, contents)]
+
+    def test_what_was_read_and_written_is_told_with_its_sum(self):
+        self.write("in/blade.layup.json", BLADE.read_bytes())
+        self.write("in/tool_ss_r30_r40.step", (BLADE.parent / "tool_ss_r30_r40.step").read_bytes())
+        self.write("in/s.json", {"plies": ["P003"]})
+        summary = self.summarize("in/blade.layup.json", "--settings", "in/s.json")
+        self.assertEqual([entry["kind"] for entry in summary["inputs"]], ["settings", "layup", "shape"])
+        self.assertEqual([(entry["file"], entry["size"], entry["sha256"]) for entry in summary["inputs"]],
+                         self.sums("in/s.json", "in/blade.layup.json", "in/tool_ss_r30_r40.step"))
+        self.assertEqual([(entry["file"], entry["size"], entry["sha256"]) for entry in summary["files"]],
+                         self.sums("a.cal", "a.ply", "a.ply-report.htm"))
+        version = self.run_tool("--version").stdout.strip()
+        self.assertEqual(summary["tool"], version)
+
+    def test_files_are_named_as_seen_from_the_summary(self):
+        for folder in ("parts", "tools", "notes/today"):
+            (self.folder / folder).mkdir(parents=True)
+        self.write("model.json", PANEL.read_bytes())
+        summary = self.summarize("model.json", "--use-specific-path-for-laser-file", "--target-file-path", "tools", kind="lpt",
+                                 output="parts/a.XML", name="notes/today/s.json")
+        self.assertEqual([entry["file"] for entry in summary["inputs"] + summary["files"]],
+                         ["../../model.json", "../../parts/a.XML", "../../parts/a.XML-report.htm", "../../tools/Tool-a.XML"])
+        self.assertEqual({key: summary["options"][key] for key in ("output", "summary", "targetFilePath", "laserFilePath")},
+                         {"output": "../../parts/a.XML", "summary": "s.json", "targetFilePath": "../../tools",
+                          "laserFilePath": None})
+
+    def test_a_pipe_can_be_read_but_once_and_has_no_sum(self):
+        reader, writer = os.pipe()
+        os.write(writer, b'{"units": "in"}')
+        os.close(writer)
+        result = subprocess.run([PROGRAM, PANEL, "--type", "virtek", "--output", "a.ply", "--summary", "s.json", "--settings",
+                                 f"/dev/fd/{reader}"], cwd=self.folder, pass_fds=[reader], capture_output=True, check=False)
+        os.close(reader)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        summary = self.read("s.json")
+        self.assertEqual((summary["inputs"][0]["kind"], summary["inputs"][0]["sha256"]), ("settings", None))
+        self.assertEqual(summary["options"]["units"], "in")
+
+    def test_every_option_is_told_with_what_was_in_force(self):
+        keys = set(json.loads((SOURCE / "schema" / "settings.schema.json").read_text(encoding="utf-8"))["properties"])
+        options = self.summarize(PANEL)["options"]
+        self.assertEqual(set(options), keys - {"$schema", "outputs"})
+        # Defaults of the library, of the configuration and of the model.
+        for key, value in (("type", "virtek"), ("units", "mm"), ("minimizePointsTolerance", 0.01), ("maxLength", 1000000),
+                           ("useMaxLength", False), ("offsetMode", "none"), ("normalVectorColor", "#00ff00"),
+                           ("configuration", "Laser"), ("outputRosette", True), ("skipParentPlyWithSubPlies", True),
+                           ("axisSystem", None), ("shapeName", None), ("partName", "Panel"), ("projectors", ["Left", "Right"]),
+                           ("layups", ["Front", "Back"]), ("dxfFileMode", "per-material"), ("createLaserData", True),
+                           ("plies", ["Front/S1/P1", "Front/S1/P2", "Front/S2/P3/P3a", "Front/S2/P3/P3b", "Back/S3/P4"])):
+            self.assertEqual(options[key], value, key)
+
+    def test_the_options_repeat_the_job(self):
+        (self.folder / "tools").mkdir()
+        given = ["--units", "in", "--part-name", "Flap", "--configuration", "Whole plies", "--axis-system", "Rosette",
+                 "--projectors", "Right", "--layups", "Front", "--plies", "P2,P3", "--no-output-extra-geometry",
+                 "--no-output-rosette", "--offset-mode", "layup", "--material-thickness", "cured", "--no-nest-sequences-within-layup",
+                 "--minimize-points-tolerance", "0.125", "--use-max-length", "--max-length", "77.5", "--no-include-normal-vectors",
+                 "--normal-vector-color", "#102030", "--text-layer", "7", "--shape-name", "%PLY%",
+                 "--use-specific-path-for-laser-file", "--target-file-path", "tools"]
+        options = self.summarize(PANEL, *given, kind="sl", output="a.sl")["options"]
+        self.assertEqual((options["plies"], options["layups"], options["projectors"], options["maxLength"], options["textLayer"]),
+                         (["Front/S1/P2", "Front/S2/P3"], ["Front"], ["Right"], 77.5, 7))
+        first = self.contents()
+        first.update(self.contents("tools"))
+        for name in first:
+            (self.folder / name).unlink(missing_ok=True)
+        self.write("again.json", {key: value for key, value in options.items() if value is not None})
+        self.expect(self.run_tool(PANEL, "--settings", "again.json"), 0)
+        second = {**self.contents(), **self.contents("tools")}
+        for name in ("a.sl", "a.cp1", "a.sl-report.htm"):
+            self.assertEqual(second[name], first[name], name)
+        self.assertEqual(self.read("s.json")["options"], options)
+
+    def test_messages_are_those_that_were_told(self):
+        layup = json.loads(PANEL.read_text(encoding="utf-8").replace('"type": "information"', '"type": "note"'))
+        layup["projectors"] = [{"name": "Left", "targets": ["T2"]}, {"name": "None", "targets": []}]
+        path = self.write("a.json", layup)
+        result = self.run_tool(path, "--type", "virtek", "--output", "a.ply", "--summary", "s.json")
+        messages = self.read("s.json")["messages"]
+        # Each is on standard error as well, once and where it came often with its count; the layup file was given with a
+        # path of this machine, and is told as seen from the summary.
+        told = []
+        for message in messages:
+            text = message["text"].replace("a.json:", f"{path}:").replace("\n", "\n  ")
+            told.append(f"{message['severity']}: {text}\n")
+            if message["count"] > 1:
+                told.append(f"{message['severity']}: {text} ({message['count']} times in all)\n")
+        self.assertEqual(sorted(told), sorted(re.split(r"(?m)(?<=\n)(?=\w)", result.stderr)))
+        self.assertEqual([message["severity"] for message in messages], ["warning"] * 3 + ["note", "problem"])
+        self.assertTrue(messages[0]["text"].startswith("a.json:1: "), messages[0])
+        self.assertEqual(messages[4], {"severity": "problem", "text": "Unsupported laser parameter type Note for Virtek", "count": 5})
+
+    def test_projectors_have_their_targets(self):
+        targets = {**FOUR, "E": [0, 0, 0.25], "F": [0, 300, 9]}
+        layup = self.write_layup(targets, {"Left": list("ABCDE"), "Right": list("EFC")})
+        left, right = self.summarize(layup)["projectors"]
+        self.assertEqual([(target["name"], target["at"], target["drift"]) for target in left["targets"]],
+                         [(name, FOUR[name], False) for name in "ABCD"])
+        self.assertAlmostEqual(left["spread"], math.hypot(1000, 600), places=5)
+        self.assertAlmostEqual(left["width"], 600000 / math.hypot(1000, 600), places=5)
+        self.assertEqual(left["shared"], [{"projector": "Right", "targets": ["A", "C"]}])
+        self.assertEqual(right["shared"], [{"projector": "Left", "targets": ["E", "C"]}])
+        self.assertEqual(self.summarize(self.write_layup({}, {}))["projectors"],
+                         [{"name": None, "targets": [], "spread": 0, "width": 0, "shared": []}])
+
+
+class Plies(Job):
+    def test_a_ply_by_hand(self):
+        # The third point lies 0.008 mm off the line from the second to the fourth, and goes.
+        layup = self.table([[0, 0, 0], [400, 0, 0], [399.992, 150, 0], [400, 300, 0], [0, 300, 0]])
+        ply, = self.summarize(layup, "--no-output-rosette")["plies"]
+        self.assertEqual(ply, {"layup": "Front", "sequence": "S1", "parent": None, "name": "P1", "direction": 45,
+                               "material": {"name": "Glass", "type": "Fabric", "id": "G-300"}, "curves": 1, "pointsBefore": 5,
+                               "pointsAfter": 4, "worstDeviation": 0.008, "length": 1400})
+        ply, = self.summarize(layup, "--no-output-rosette", "--no-use-minimize-points-tolerance")["plies"]
+        self.assertEqual((ply["pointsBefore"], ply["pointsAfter"], ply["worstDeviation"]), (5, 5, 0))
+        self.assertAlmostEqual(ply["length"], 2 * math.hypot(150, 0.008) + 1100, places=5)
+
+    def test_the_last_points_of_a_closed_curve_count_against_its_closing_line(self):
+        layup = self.table([[0, 0, 0], [400, 0, 0], [400, 300, 0], [0, 300, 0], [0.005, 200, 0]])
+        ply, = self.summarize(layup, "--no-output-rosette")["plies"]
+        self.assertEqual((ply["pointsBefore"], ply["pointsAfter"], ply["worstDeviation"], ply["length"]), (5, 4, 0.005, 1400))
+
+    def test_units_and_axis_do_not_matter(self):
+        mm = self.summarize(PANEL)
+        other = self.summarize(PANEL, "--units", "in", "--axis-system", "Rosette")
+        self.assertEqual(other["plies"], mm["plies"])
+        self.assertEqual(other["projectors"], mm["projectors"])
+
+    def test_without_groups_for_sequences_they_are_named_all_the_same(self):
+        summary = self.summarize(PANEL, "--no-nest-plies-within-sequence")
+        self.assertEqual([(ply["layup"], ply["sequence"], ply["parent"], ply["name"]) for ply in summary["plies"]],
+                         [("Front", "S1", None, "P1"), ("Front", "S1", None, "P2"), ("Front", "S2", "P3", "P3a"),
+                          ("Front", "S2", "P3", "P3b"), ("Back", "S3", None, "P4")])
+
+    def test_what_thinning_takes_beyond_its_tolerance_is_warned_of(self):
+        # A spike of 100 mm that comes back to within 0.004 mm: thinning doesn't look at a line that short.
+        layup = self.table([[0, 0, 0], [300, 0, 0], [300, 100, 0], [400, 100.002, 0], [300, 100.004, 0], [300, 300, 0], [0, 300, 0]])
+        result = self.run_tool(layup, "--type", "virtek", "--output", "a.ply", "--summary", "s.json", "--no-output-rosette")
+        self.expect(result, 0)
+        self.assertNotIn("400.000000", (self.folder / "a.ply").read_text())  # the spike is gone indeed
+        text = 'thinning took a point of the ply "P1" away that lies 100.000 mm off the line drawn instead; the tolerance is ' \
+               "0.01 mm (plies where that happened: 1)"
+        self.assertIn(f"warning: {text}\n", result.stderr)
+        summary = self.read("s.json")
+        self.assertIn({"severity": "warning", "text": text, "count": 1}, summary["messages"])
+        self.assertAlmostEqual(summary["plies"][0]["worstDeviation"], 100.0, places=5)
+        self.assertNotIn("thinning", self.run_tool(layup, "--type", "virtek", "--output", "a.ply", "--no-output-rosette",
+                                                   "--no-use-minimize-points-tolerance").stderr)
+
+    def read_plies(self, name):
+        """Ply name -> polylines of points, from a Virtek file."""
+        plies, lines = {}, iter((self.folder / name).read_text().splitlines())
+        for line in lines:
+            if line.startswith("START "):
+                current = plies.setdefault(line[6:], [])
+            elif line.startswith("P "):
+                current.append([[float(word) for word in next(lines).split()[:3]] for _ in range(int(line[2:]))])
+        return plies
+
+    @staticmethod
+    def distance_to_segment(point, start, end):
+        along = [b - a for a, b in zip(start, end)]
+        square = sum(c * c for c in along)
+        share = sum((p - a) * c for p, a, c in zip(point, start, along)) / square if square else 0.0
+        foot = [a + min(1.0, max(0.0, share)) * c for a, c in zip(start, along)]
+        return math.dist(point, foot)
+
+    def worst(self, before, after):
+        """The lines of the thinned file are walked one by one; what the other file has between their ends was removed."""
+        worst, at = 0.0, 0
+        self.assertEqual((before[0], before[-1]), (after[0], after[-1]))
+        for number, (start, end) in enumerate(zip(after, after[1:]), 2):
+            stop = len(before) - 1 if number == len(after) else before.index(end, at + 1)
+            worst = max([worst, *(self.distance_to_segment(point, start, end) for point in before[at + 1:stop])])
+            at = stop
+        return worst
+
+    def compare_with_files(self, layup, *more):
+        summary = self.summarize(layup, *more)
+        self.expect(self.run_tool(layup, "--type", "virtek", "--output", "all.ply", "--no-use-minimize-points-tolerance", *more), 0)
+        thinned, full = self.read_plies("a.ply"), self.read_plies("all.ply")
+        self.assertEqual([ply["name"] for ply in summary["plies"]], list(thinned))
+        removed = 0
+        for ply in summary["plies"]:
+            before, after = full[ply["name"]], thinned[ply["name"]]
+
+            def count(curves):  # a closed curve has its first point again
+                return sum(len(curve) - (len(curve) > 1 and curve[0] == curve[-1]) for curve in curves)
+
+            self.assertEqual((ply["curves"], ply["pointsBefore"], ply["pointsAfter"]), (len(after), count(before), count(after)))
+            self.assertEqual(len(before), len(after))
+            worst = max(self.worst(*curves) for curves in zip(before, after))
+            self.assertAlmostEqual(ply["worstDeviation"], worst, delta=4e-6, msg=ply["name"])  # both files have six decimals
+            length = sum(math.dist(a, b) for curve in after for a, b in zip(curve, curve[1:]))
+            self.assertAlmostEqual(ply["length"], length, delta=2e-6 * count(after), msg=ply["name"])
+            removed += count(before) - count(after)
+        return removed
+
+    def test_plies_of_the_blade_are_as_in_its_files(self):
+        self.assertGreater(self.compare_with_files(BLADE, "--minimize-points-tolerance", "0.5"), 1000)
+
+    def test_plies_of_the_panel_are_as_in_its_files(self):
+        self.assertGreater(self.compare_with_files(PANEL), 0)
+
+
+class Bytes(Job):
+    def test_the_same_input_gives_the_same_bytes(self):
+        found = []
+        for folder, language, zone in (("one", "C", "UTC"), ("two/deep", "de_DE.UTF-8", "Asia/Tokyo")):
+            self.write(f"{folder}/m.json", PANEL.read_bytes())
+            environment = {**os.environ, "LANG": language, "LC_ALL": language, "TZ": zone}
+            result = subprocess.run([PROGRAM, self.folder / folder / "m.json", "--type", "virtek", "--output", "a.ply", "--summary",
+                                     "s.json", "--minimize-points-tolerance", "0.5"], cwd=self.folder / folder, env=environment,
+                                    capture_output=True, check=False)
+            self.assertEqual(result.returncode, 0, result.stderr)
+            found.append((self.folder / folder / "s.json").read_bytes())
+        self.assertEqual(found[0], found[1])
+        self.assertIn(b"0.5", found[0])
+        self.assertNotIn(str(self.folder).encode(), found[0])
+        self.assertNotIn(b".zetlaser-job-", found[0])
+
+    def test_no_type_but_those_with_a_date_changes_from_run_to_run(self):
+        kinds = ["lap", "sl", "assembly-guidance", "aligned-vision", "general-scanning", "apt", "apt-2", "apt-sl", "dxf", "quilmon"]
+        for kind in kinds:
+            with self.subTest(kind=kind):
+                self.summarize(PANEL, kind=kind, output="a.out")
+                first = (self.folder / "s.json").read_bytes()
+                self.summarize(PANEL, kind=kind, output="a.out")
+                self.assertEqual((self.folder / "s.json").read_bytes(), first)
+        for kind in ("lpt", "faro"):  # the part file has its date; all else is the same
+            summaries = [self.summarize(PANEL, kind=kind, output="a.XML") for _ in range(2)]
+            for summary in summaries:
+                part, = [entry for entry in summary["files"] if entry["file"] == "a.XML"]
+                part["sha256"] = ""
+            self.assertEqual(summaries[0], summaries[1])
+
+
+class Places(Job):
+    def fail(self, *more, code=4, text=""):
+        result = self.run_tool(PANEL, "--type", "virtek", "--output", "a.ply", *more)
+        self.expect(result, code, text)
+
+    def test_without_laser_data_the_summary_is_written_all_the_same(self):
+        result = self.run_tool(PANEL, "--type", "virtek", "--no-create-laser-data", "--summary", "s.json")
+        self.expect(result, 0, "written: s.json (")
+        self.assertEqual(self.names(), ["s.json"])
+        summary = self.read("s.json")
+        self.assertEqual((summary["files"], summary["options"]["createLaserData"], len(summary["plies"])), ([], False, 5))
+
+    def test_a_place_that_cannot_be_written_is_told_and_nothing_is_written(self):
+        (self.folder / "folder").mkdir()
+        self.write("a.ply", "previous")
+        for name, text in (("none/s.json", "there is no such folder"), ("folder", "can't write "), ("folder/", "it is a folder"),
+                           ("a.ply/s.json", "it is no folder"), ("/dev/null", "it is no regular file")):
+            with self.subTest(name=name):
+                self.fail("--summary", name, text=text)
+                self.assertEqual(self.contents(), {"a.ply": b"previous"})
+        self.fail("--summary=", code=2, text="--summary: expected a text that isn't empty")
+
+    def test_the_summary_takes_no_place_of_another_file(self):
+        self.write("panel.json", PANEL.read_bytes())
+        self.write("set.json", {"units": "in"})
+        before = self.contents()
+        for name, text in (("a.ply", "the job writes another file there"), ("./a.cal", "the job writes another file there"),
+                           ("../" + self.folder.name + "/a.ply-report.htm", "the job writes another file there"),
+                           ("panel.json", "the job reads that file"), ("set.json", "the job reads that file")):
+            with self.subTest(name=name):
+                result = self.run_tool("panel.json", "--settings", "set.json", "--type", "virtek", "--output", "a.ply",
+                                       "--summary", name)
+                self.expect(result, 4, text)
+                self.assertEqual(self.contents(), before)
+
+    def test_no_output_takes_the_place_of_what_the_job_reads(self):
+        self.write("panel.json", PANEL.read_bytes())
+        before = self.contents()
+        self.expect(self.run_tool("panel.json", "--type", "dxf", "--output", "panel.json"), 4, "the job reads that file")
+        self.assertEqual(self.contents(), before)
+
+    def test_a_job_that_fails_leaves_the_earlier_summary(self):
+        self.write("s.json", "previous")
+        self.fail("--summary", "s.json", "--output-type", "flat", code=1, text="nothing to write")
+        self.assertEqual(self.contents(), {"s.json": b"previous"})
+        (self.folder / "a.cal").mkdir()
+        self.fail("--summary", "s.json", text="a.cal: it is a folder")
+        self.assertEqual(self.contents(), {"s.json": b"previous"})
+
+    def test_a_summary_that_cannot_come_to_its_place_leaves_the_earlier_files(self):
+        (self.folder / "notes").mkdir()
+        self.write("notes/s.json", "previous")
+        os.chmod(self.folder / "notes/s.json", 0o444)
+        self.write("a.ply", "previous")
+        if os.access(self.folder / "notes/s.json", os.W_OK):  # root may write everywhere, so a full device has to do
+            script = 'mount -t tmpfs -o size=32k none notes || exit 99; echo previous >notes/s.json; "$@"; code=$?; ' \
+                     "cat notes/s.json; ls -A notes; exit $code"
+            call = ["bash", "-c", script, "bash", PROGRAM, PANEL, "--type", "virtek", "--output", "a.ply", "--summary", "notes/s.json"]
+            result = subprocess.run(["unshare", "--mount", "--", *map(str, call)], cwd=self.folder, capture_output=True, text=True,
+                                    check=False)
+            if result.returncode == 99 or "unshare failed" in result.stderr:
+                print("no file system can be mounted here", file=sys.stderr)
+                self.skipTest("no file system can be mounted here")
+            self.assertEqual((result.returncode, result.stdout), (4, "previous\ns.json\n"), result.stderr)
+            self.assertIn("no room left on the device", result.stderr)
+        else:
+            self.fail("--summary", "notes/s.json", text="it is write-protected")
+        self.assertEqual(self.contents(), {"a.ply": b"previous"})
+
+    def test_each_output_of_a_set_has_its_own(self):
+        settings = {"summary": "%PART%.json", "outputs": [
+            {"type": "virtek", "output": "a.ply", "summary": "%PART%-a.json", "plies": ["P1"]},
+            {"type": "lap", "output": "b.lpd", "plies": ["P2"]}, {"type": "sl", "output": "none/c.sl", "summary": "c.json"}]}
+        self.write("set.json", settings)
+        result = self.run_tool(PANEL, "--settings", "set.json")
+        self.assertEqual(result.returncode, 4, result.stderr)
+        self.assertIn("error: 1 of 3 outputs failed\n", result.stderr)
+        self.assertEqual(self.names(), ["Panel-a.json", "Panel.json", "a.cal", "a.ply", "a.ply-report.htm", "b.cal", "b.lpd",
+                                        "b.lpd-report.htm", "set.json"])
+        for name, ply, part, messages in (
+                ("Panel-a.json", "P1", "a.ply", ["Virtek data have been successfully written to file:\n a.ply"]),
+                ("Panel.json", "P2", "b.lpd", ["Disabled Nest Sequences Within Layup for LAP Laser",
+                                               "LAP data have been successfully written to file:\n b.lpd"])):
+            summary = self.read(name)
+            self.assertEqual([entry["name"] for entry in summary["plies"]], [ply])
+            self.assertEqual([message["text"] for message in summary["messages"] if message["severity"] == "note"], messages)
+            self.assertEqual((summary["options"]["summary"], summary["options"]["output"]), (name, part))
+        self.expect(self.run_tool(PANEL, "--settings", "set.json", "--summary", "all.json"), 2,
+                    'expected no --summary beside a settings file with "outputs"')
+        settings["outputs"][0].pop("summary")
+        self.write("set.json", settings)
+        self.expect(self.run_tool(PANEL, "--settings", "set.json"), 3, "would both write", "Panel.json; nothing is written")
+
+    def test_a_warning_on_the_model_stands_in_the_summary_of_each_output(self):
+        layup = json.loads(PANEL.read_text(encoding="utf-8"))
+        layup["projectors"].append({"name": "Empty", "targets": []})
+        self.write("a.json", layup)
+        self.write("set.json", {"projectors": ["Left"], "outputs": [
+            {"type": "virtek", "output": f"{name}.ply", "summary": f"{name}.json"} for name in "bc"]})
+        self.expect(self.run_tool("a.json", "--settings", "set.json"), 0)
+        for name in "bc":
+            self.assertEqual([message["text"] for message in self.read(f"{name}.json")["messages"]],
+                             ["a.json:1: projectors[2]: There is no target in the projector.",
+                              f"Virtek data have been successfully written to file:\n {name}.ply"])
+
+
+class Documents(Job):
+    def setUp(self):
+        super().setUp()
+        self.text = (SOURCE / "docs" / "summary.md").read_text(encoding="utf-8")
+
+    def block(self, language):
+        block, = re.findall(rf"(?ms)^```{language}\n(.*?)^```$", self.text)
+        return block
+
+    def test_the_call_in_the_document_gives_the_ply_in_it(self):
+        words = self.block("sh").split()
+        self.expect(self.run_tool(*[SOURCE / word if word.startswith("examples/") else word for word in words[1:]]), 0)
+        self.assertIn(json.loads(self.block("json")), self.read("panel.summary.json")["plies"])
+        written = (self.folder / "panel.summary.json").read_text(encoding="utf-8")
+        self.assertIn(self.block("json").strip().replace("\n", "\n        "), written)
+
+    def test_every_key_is_told(self):
+        keys = set(SCHEMA["properties"]) | set(SCHEMA["$defs"]["ply"]["properties"])
+        self.assertEqual([key for key in sorted(keys) if not re.search(rf"\b{key}\b", self.text)], [])
+
+
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:], verbosity=1)
+    main()
