@@ -9,9 +9,9 @@ namespace
 {
 using GetFormats = std::vector<CheckFormat> (*)();
 
-/*! Those whose readers are there. */
+/*! In the order in which they are asked whether a file is of their kind. */
 const std::vector<GetFormats> families{CheckReaders::GetVirtek, CheckReaders::GetLap, CheckReaders::GetAssemblyGuidance,
-                                       CheckReaders::GetCalibration};
+                                       CheckReaders::GetSl, CheckReaders::GetCalibration};
 
 const std::vector<CheckFormat>& GetRows()
 {

@@ -31,6 +31,8 @@ public:
     QByteArrayView Peek() const;
     /*! The current line, and steps over it. */
     QByteArrayView Take();
+    /*! Steps over \a count bytes of the current line: what is behind them is the current line now. */
+    void StepInto(qsizetype count) { position += count; }
     /*! True, and steps over it, if the current line is \a line. */
     bool TakeIf(QByteArrayView line);
     /*! What stands behind \a keyword at the begin of the current line, and steps over it: the rest of the line, or a

@@ -130,3 +130,32 @@ QStringList DumpFindings(const CheckFile& file)
     }
     return texts;
 }
+
+QStringList FindSilentDamage(const QString& type, const QByteArray& bytes)
+{
+    QStringList silent;
+    const auto damage = [&](const QByteArray& damaged, const QString& text) {
+        if (ReadChecked(type, damaged).findings.empty())
+            silent.append(text);
+    };
+    int number = 0;
+    for (qsizetype begin = 0; begin < bytes.size();) {
+        const qsizetype end = bytes.indexOf('\n', begin) + 1;
+        const QByteArray line = bytes.sliced(begin, end - begin);
+        const QString place = u" %1: %2"_s.arg(++number).arg(QString::fromUtf8(line.chopped(1)));
+        if (end < bytes.size())
+            damage(bytes.first(end), u"cut behind"_s + place);
+        damage(bytes.first(begin) + bytes.sliced(end), u"without"_s + place);
+        damage(bytes.first(begin) + '%' + bytes.sliced(begin), u"wrong"_s + place);
+        begin = end;
+    }
+    return silent;
+}
+
+QByteArray Replaced(QByteArray bytes, const QByteArray& before, const QByteArray& after)
+{
+    const qsizetype at = bytes.indexOf(before);
+    if (at < 0)
+        qFatal("there is no \"%s\" to replace", before.constData());
+    return bytes.replace(at, before.size(), after);
+}
