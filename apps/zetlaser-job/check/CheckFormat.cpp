@@ -11,7 +11,7 @@ using GetFormats = std::vector<CheckFormat> (*)();
 
 /*! In the order in which they are asked whether a file is of their kind. */
 const std::vector<GetFormats> families{CheckReaders::GetVirtek, CheckReaders::GetLap, CheckReaders::GetAssemblyGuidance,
-                                       CheckReaders::GetSl, CheckReaders::GetCalibration};
+                                       CheckReaders::GetLpt,    CheckReaders::GetSl,  CheckReaders::GetCalibration};
 
 const std::vector<CheckFormat>& GetRows()
 {
