@@ -10,8 +10,9 @@ namespace
 using GetFormats = std::vector<CheckFormat> (*)();
 
 /*! In the order in which they are asked whether a file is of their kind. */
-const std::vector<GetFormats> families{CheckReaders::GetVirtek, CheckReaders::GetLap, CheckReaders::GetAssemblyGuidance,
-                                       CheckReaders::GetLpt,    CheckReaders::GetSl,  CheckReaders::GetCalibration};
+const std::vector<GetFormats> families{
+    CheckReaders::GetVirtek, CheckReaders::GetLap,    CheckReaders::GetAssemblyGuidance, CheckReaders::GetLpt,
+    CheckReaders::GetSl,     CheckReaders::GetNLines, CheckReaders::GetCalibration};
 
 const std::vector<CheckFormat>& GetRows()
 {
