@@ -105,7 +105,7 @@ class Calls(CheckTest):
 
     def test_wrong_calls_are_told(self):
         for arguments, text in (([], "expected a part file, found none"),
-                                (["part.ply", "--type", "vitrek"], "--type: expected one of virtek, "),
+                                (["part.ply", "--type", "vitrek"], "--type: expected one of apt, "),
                                 (["part.ply", "--jsno"], "unknown option --jsno, did you mean --json?")):
             with self.subTest(arguments=arguments):
                 result = self.check(*arguments, code=2)

@@ -9,10 +9,10 @@ namespace
 {
 using GetFormats = std::vector<CheckFormat> (*)();
 
-/*! In the order in which they are asked whether a file is of their kind. */
+/*! In the order in which they are asked whether a file is of their kind. APT begins as Virtek may. */
 const std::vector<GetFormats> families{
-    CheckReaders::GetVirtek, CheckReaders::GetLap,    CheckReaders::GetAssemblyGuidance, CheckReaders::GetLpt,
-    CheckReaders::GetSl,     CheckReaders::GetNLines, CheckReaders::GetCalibration};
+    CheckReaders::GetApt, CheckReaders::GetVirtek, CheckReaders::GetLap,    CheckReaders::GetAssemblyGuidance,
+    CheckReaders::GetLpt, CheckReaders::GetSl,     CheckReaders::GetNLines, CheckReaders::GetCalibration};
 
 const std::vector<CheckFormat>& GetRows()
 {
