@@ -11,8 +11,9 @@ using GetFormats = std::vector<CheckFormat> (*)();
 
 /*! In the order in which they are asked whether a file is of their kind. APT begins as Virtek may. */
 const std::vector<GetFormats> families{
-    CheckReaders::GetApt, CheckReaders::GetVirtek, CheckReaders::GetLap,    CheckReaders::GetAssemblyGuidance,
-    CheckReaders::GetLpt, CheckReaders::GetSl,     CheckReaders::GetNLines, CheckReaders::GetCalibration};
+    CheckReaders::GetApt,        CheckReaders::GetVirtek, CheckReaders::GetLap,    CheckReaders::GetAssemblyGuidance,
+    CheckReaders::GetLpt,        CheckReaders::GetSl,     CheckReaders::GetNLines, CheckReaders::GetDxf,
+    CheckReaders::GetCalibration};
 
 const std::vector<CheckFormat>& GetRows()
 {
