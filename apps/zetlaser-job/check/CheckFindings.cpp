@@ -167,6 +167,8 @@ private:
         bool mayBeOpen = false;
         for (const size_t index : ply.curves) {
             const CheckCurve& curve = file.curves[index];
+            if (curve.pointCount == 0)
+                Warn(curve.line, name, Check::tr("a curve holds no points"));
             CheckRepeatedPoints(curve, name);
             CheckNormals(curve, name);
             if (CheckMeasures::IsClosed(file, curve)) {

@@ -59,6 +59,8 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
     row("no ply", end, {u"f: warning: the file holds no ply"_s});
     row("an empty ply", Ply("A", "") + end, {u"f:1: warning: ply A: the ply holds nothing"_s});
     row("a ply of parameters alone", Ply("A", "L 1\nhello\n") + end, {});
+    row("a curve of no points", Ply("A", square + Polyline("")) + end,
+        {u"f:8: warning: ply A: a curve holds no points"_s});
     row("an open ply", Ply("A", Polyline("0 0 0\n100 0 0\n100 100 0\n")) + end,
         {u"f:1: warning: ply A: no curve of the ply is closed"_s});
     row("a ply of one line", Ply("A", Polyline("0 0 0\n100 0 0\n")) + end, {});
@@ -107,7 +109,7 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
         Ply("A", Polyline("0 0 0   0 0 1\n100 0 0   1 0 0\n100 100 0   0 0 -1\n0 50 0   0 0 1\n0 0 0   0 0 1\n")) + end,
         {u"f:6: warning: ply A: the normal points to the other side than that of the point before"_s});
     row("a broken record too", Ply("A", square + "P 1\n") + Ply("A", square) + end,
-        {u"f:8: error: ply A: announces 1 points and holds 0"_s,
+        {u"f:8: error: ply A: announces 1 points and holds 0"_s, u"f:8: warning: ply A: a curve holds no points"_s,
          u"f:10: warning: ply A: the name of the ply in line 1 again"_s});
 }
 
