@@ -1,0 +1,135 @@
+#!/usr/bin/env python3
+"""`zetlaser-job check` on the files that zetlaser-job writes of the examples: test_check_formats.py PROGRAM SOURCE_DIR
+[unittest arguments]"""
+
+import json
+
+from tool_test import BLADE, PANEL, ToolTest, main
+
+EXTENSIONS = {"lpt": "XML", "faro": "XML", "sl": "sl", "general-scanning": "PRT", "quilmon": "CPD", "apt": "APT",
+              "apt-2": "APT", "apt-sl": "APT", "dxf": "DXF"}
+# The type that `check --json` names a file by: the first of those that share a format.
+READ_AS = {"faro": "lpt", "quilmon": "general-scanning"}
+VARIANTS = {"plain": [], "inches": ["--units=in"], "no-normals": ["--no-include-normal-vectors"],
+            "rosette-first": ["--output-rosette", "--rosette-before-ply-geometry", "--use-seed-curve"],
+            "not-nested": ["--no-nest-sequences-within-layup"], "not-thinned": ["--no-use-minimize-points-tolerance"]}
+
+
+class FormatsTest(ToolTest):
+    def write_files(self, layup, kind, name, *options):
+        """The names of the files that the tool writes, without the report."""
+        before = set(self.folder.iterdir())
+        result = self.run_tool(layup, "--type", kind, "--output", f"{name}.{EXTENSIONS[kind]}", *options)
+        self.assertEqual(result.returncode, 0, result.stderr)
+        return sorted(path.name for path in set(self.folder.iterdir()) - before if not path.name.endswith(".htm"))
+
+    def read(self, *arguments):
+        """What check tells, by file."""
+        result = self.run_tool("check", "--json", *arguments)
+        return {document["file"]: document for document in json.loads(result.stdout)["files"]}
+
+    def expect_good(self, names, kind, *options):
+        documents = self.read(*names, *options)
+        self.assertEqual(sorted(documents), sorted(names))
+        for name in names:
+            findings = documents[name]["findings"]
+            if kind.startswith("apt"):  # the format isn't supported, so nothing of the part is in the file
+                findings = [finding for finding in findings if finding["text"] != "the file holds no ply"]
+            self.assertEqual(findings, [], name)
+        return documents
+
+
+class Written(FormatsTest):
+    def test_the_panel_in_each_type_and_variant_is_good(self):
+        for kind in EXTENSIONS:
+            for variant, options in VARIANTS.items():
+                with self.subTest(kind=kind, variant=variant):
+                    names = self.write_files(PANEL, kind, f"{kind}-{variant}", *options)
+                    # Most formats don't tell their unit.
+                    units = [option for option in options if option.startswith("--units")]
+                    documents = self.expect_good(names, kind, *units)
+                    part = documents[f"{kind}-{variant}.{EXTENSIONS[kind]}"]
+                    self.assertEqual(part["type"], READ_AS.get(kind, kind))
+                    if kind.startswith("apt"):
+                        continue
+                    self.assertGreaterEqual(part["curves"], 6)
+                    with_normals = sum(ply["pointsWithNormal"] for ply in part["plies"])
+                    self.assertEqual(with_normals > 0, variant != "no-normals" and kind != "dxf")
+                    self.assertEqual(len(names), 2 if kind in ("lpt", "faro", "sl") else 1)
+
+    def test_the_blade_in_each_type_is_good_and_of_one_size(self):
+        sizes = set()
+        for kind in ("lpt", "sl", "general-scanning", "quilmon", "dxf"):
+            with self.subTest(kind=kind):
+                documents = self.expect_good(self.write_files(BLADE, kind, kind), kind)
+                part = documents[f"{kind}.{EXTENSIONS[kind]}"]
+                self.assertGreater(part["points"], 9000)
+                if kind != "dxf":
+                    self.assertEqual(len(part["plies"]), 40)
+                sizes.add(tuple(round(side) for side in part["size"]))
+        self.assertEqual(len(sizes), 1)
+
+    def test_flat_patterns_are_good(self):
+        for kind in ("lpt", "sl", "general-scanning", "quilmon", "dxf"):
+            with self.subTest(kind=kind):
+                self.expect_good(self.write_files(BLADE, kind, kind, "--output-type=flat"), kind)
+
+    def test_nesting_data_are_good(self):
+        for units in ("mm", "in"):
+            for output in ("nesting", "nesting-embedded"):
+                with self.subTest(units=units, output=output):
+                    name = f"{output}-{units}"
+                    documents = self.expect_good(
+                        self.write_files(BLADE, "quilmon", name, f"--output-type={output}", f"--units={units}"), "quilmon")
+                    self.assertEqual(documents[f"{name}.CPD"]["unit"], units)
+                    self.assertEqual(len(documents[f"{name}.CPD"]["plies"]), 12)
+
+    def test_each_file_of_dxf_is_good_in_each_mode(self):
+        for units in ("mm", "in"):
+            for mode, count in (("single", 1), ("per-material", 6), ("per-ply", 12)):
+                with self.subTest(units=units, mode=mode):
+                    names = self.write_files(BLADE, "dxf", f"{mode}-{units}", "--output-type=nesting",
+                                       f"--dxf-file-mode={mode}", f"--units={units}")
+                    self.assertEqual(len(names), count)
+                    for document in self.expect_good(names, "dxf").values():
+                        self.assertEqual(document["unit"], units)
+
+
+class Cut(FormatsTest):
+    def test_each_cut_is_found(self):
+        names = {}
+        for kind in ("lpt", "sl", "general-scanning", "quilmon", "apt", "dxf"):
+            for name in self.write_files(PANEL, kind, kind):
+                names[name] = self.read(name)[name]["type"]
+        for name in self.write_files(BLADE, "quilmon", "nesting", "--output-type=nesting", "--plies=P029,P003"):
+            names[name] = "quilmon"
+        self.assertEqual(len(names), 9)
+        for name, kind in names.items():
+            with self.subTest(name=name):
+                lines = (self.folder / name).read_bytes().splitlines(keepends=True)
+                cuts = [f"cut-{count}" for count in range(len(lines))]
+                for count, cut in enumerate(cuts):
+                    (self.folder / cut).write_bytes(b"".join(lines[:count]))
+                documents = self.read("--type", kind, *cuts)
+                self.assertEqual(sorted(documents), sorted(cuts))
+                good = [cut for cut, document in documents.items()
+                        if "error" not in document
+                        and not any(finding["severity"] == "error" for finding in document["findings"])]
+                self.assertEqual(good, [])
+
+    def test_cuts_within_a_line_are_found(self):
+        for kind in ("lpt", "sl", "quilmon", "apt", "dxf"):
+            with self.subTest(kind=kind):
+                name = self.write_files(PANEL, kind, kind)[-1]
+                content = (self.folder / name).read_bytes()
+                cuts = {f"cut-{size}": size for size in range(1, len(content), max(1, len(content) // 300))}
+                cuts["cut-end"] = len(content) - 1
+                for cut, size in cuts.items():
+                    (self.folder / cut).write_bytes(content[:size])
+                documents = self.read("--type", kind, *cuts)
+                for cut, document in documents.items():
+                    self.assertTrue("error" in document or document["findings"], cut)
+
+
+if __name__ == "__main__":
+    main()
