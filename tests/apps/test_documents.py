@@ -5,48 +5,39 @@ The manual page is read by groff, and the completions are asked for in real shel
 so and its tests are skipped. Each test runs in a folder of its own below the current one."""
 
 import os
-import pathlib
 import pty
 import re
 import select
 import shlex
 import shutil
 import subprocess
-import sys
 import time
 import unittest
 
-PROGRAM = pathlib.Path(sys.argv[1])
-SOURCE = pathlib.Path(sys.argv[2])
-PANEL = SOURCE / "examples" / "panel" / "panel.layup.json"
+from tool_test import PANEL, ToolTest, main
 
 
 def needs(program, package):
     return unittest.skipUnless(shutil.which(program), f"SKIPPED: {program} is not installed (Debian: {package})")
 
 
-class ToolTest(unittest.TestCase):
-    def setUp(self):
-        self.folder = pathlib.Path.cwd() / self.id().split(".", 1)[1]
-        shutil.rmtree(self.folder, ignore_errors=True)
-        self.folder.mkdir()
-
-    def run_tool(self, *arguments):
-        result = subprocess.run([str(PROGRAM), *map(str, arguments)], cwd=self.folder, stdin=subprocess.DEVNULL,
-                                capture_output=True, text=True, timeout=60, check=False)
+class DocumentTest(ToolTest):
+    def tell(self, *arguments):
+        """What the tool tells without a fault."""
+        result = self.run_tool(*arguments)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
         return result.stdout
 
     def commands(self):
         """The names of the commands; the empty one is that of a call without a name."""
-        listed = self.run_tool("--help").partition("\nCommands ")[2].partition("\n\n")[0]
+        listed = self.tell("--help").partition("\nCommands ")[2].partition("\n\n")[0]
         names = re.findall(r"(?m)^  (\w+) ", listed)
         self.assertGreater(len(names), 1)
         return ["", *names]
 
     def usages(self, command):
         """The options of a command as its --help shows them: "--type TYPE"."""
-        found = re.findall(r"(?m)^  (-.+)$", self.run_tool(*command.split(), "--help"))
+        found = re.findall(r"(?m)^  (-.+)$", self.tell(*command.split(), "--help"))
         self.assertGreater(len(found), 0)
         return found
 
@@ -61,17 +52,17 @@ class ToolTest(unittest.TestCase):
     def examples(self):
         found = []
         for command in self.commands():
-            text = self.run_tool(*command.split(), "--help").partition("\nExamples:\n")[2].partition("\n\n")[0]
+            text = self.tell(*command.split(), "--help").partition("\nExamples:\n")[2].partition("\n\n")[0]
             found += re.findall(r"(?m)^  (zetlaser-job .+)$", text)
         self.assertGreater(len(found), 3)
         return found
 
 
 @needs("groff", "groff-base")
-class Page(ToolTest):
+class Page(DocumentTest):
     def render(self, *options):
         page = self.folder / "zetlaser-job.1"
-        page.write_text(self.run_tool("--man"), encoding="ascii")
+        page.write_text(self.tell("--man"), encoding="ascii")
         result = subprocess.run(["groff", "-man", "-ww", "-Tascii", *options, page], capture_output=True, text=True,
                                 timeout=60, check=False)
         self.assertEqual((result.returncode, result.stderr), (0, ""))
@@ -91,7 +82,7 @@ class Page(ToolTest):
             self.assertRegex(text, rf"(?m)^{heading}$")
         sections = dict(re.findall(r"(?ms)^([A-Z ]+)$(.*?)(?=^[A-Z]|\Z)", text))
         for command in self.commands():
-            shown = self.run_tool(*command.split(), "--help")
+            shown = self.tell(*command.split(), "--help")
             told = sections["OPTIONS"] if not command else re.search(
                 rf"(?ms)^   zetlaser-job {command}$(.*?)(?=^   \w|\Z)", sections["COMMANDS"])[1]
             for usage in self.usages(command):
@@ -103,35 +94,34 @@ class Page(ToolTest):
                 self.assertRegex(sections["EXIT STATUS"], rf"(?m)^ +{re.escape(code)}\s+{re.escape(meaning)}$")
         for example in self.examples():
             self.assertIn(f"\n       {example}\n", sections["EXAMPLES"])
-        for line in self.run_tool("--list-types").splitlines():
+        for line in self.tell("--list-types").splitlines():
             pattern, name = re.search(r"\((\S+)\)$", line)[1], line.split()[0]
             self.assertRegex(sections["FILES"], rf"(?m)^ +{re.escape(pattern)}\s.*\(--type {name}\)\.$")
 
 
-class Manual(ToolTest):
+class Manual(DocumentTest):
     def test_the_page_is_the_same_each_time(self):
-        page = self.run_tool("--man")
+        page = self.tell("--man")
         self.assertTrue(page.startswith(".TH ZETLASER\\-JOB 1 "))
-        self.assertEqual(self.run_tool("--man"), page)
+        self.assertEqual(self.tell("--man"), page)
 
     def test_the_examples_work(self):
         shutil.copy(PANEL, self.folder)
-        (self.folder / "virtek.json").write_text('{"type": "virtek", "output": "panel.ply"}', encoding="utf-8")
+        self.write("virtek.json", {"type": "virtek", "output": "panel.ply"})
         for example in self.examples():
             with self.subTest(example=example):
-                result = subprocess.run([str(PROGRAM), *shlex.split(example)[1:]], cwd=self.folder, text=True,
-                                        stdin=subprocess.DEVNULL, capture_output=True, timeout=60, check=False)
-                self.assertEqual(result.returncode, 0, result.stderr)
+                result = self.run_tool(*shlex.split(example)[1:])
+                self.expect(result, 0)
                 self.assertNotEqual(result.stdout, "")
                 for name in re.findall(r"[\w-]+\.(?:ply|cal|lap|htm|html|png|svg)\b", example):
                     self.assertTrue((self.folder / name).exists(), name)
 
 
-class ShellTest(ToolTest):
+class ShellTest(DocumentTest):
     def setUp(self):
         super().setUp()
         self.script = self.folder / "zetlaser-job.completion"
-        self.script.write_text(self.run_tool("--completion", self.shell), encoding="utf-8")
+        self.script.write_text(self.tell("--completion", self.shell), encoding="utf-8")
         self.place = self.folder / "place"  # where command lines are completed
         (self.place / "sub folder").mkdir(parents=True)
         for name in ("part.layup.json", "part two.json", "part.step", "part.PLY"):
@@ -302,4 +292,4 @@ class Fish(ShellTest):
 
 
 if __name__ == "__main__":
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:], verbosity=2)
+    main()

@@ -56,5 +56,5 @@ class ToolTest(unittest.TestCase):
 
 
 def main(paths=2):
-    """Runs the tests that the arguments behind the paths name."""
-    unittest.main(argv=sys.argv[:1] + sys.argv[1 + paths:], verbosity=1)
+    """Runs the tests that the arguments behind the paths name, and tells why one is skipped."""
+    unittest.main(argv=sys.argv[:1] + sys.argv[1 + paths:], verbosity=2)
