@@ -25,3 +25,13 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     # No fused multiply-add: the files that are written must be the same on every machine.
     add_compile_options(-ffp-contract=off)
 endif()
+
+# zet_link_whole(target)
+#
+# Stops the link of a shared library that misses a definition, which else the program tells when it starts. Sanitizers
+# are left out: a compiler may leave the definitions of their run-time library to the program.
+function(zet_link_whole target)
+    if(CMAKE_SYSTEM_NAME STREQUAL "Linux" AND NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+        target_link_options(${target} PRIVATE LINKER:-z,defs)
+    endif()
+endfunction()
