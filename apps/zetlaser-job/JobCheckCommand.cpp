@@ -155,6 +155,7 @@ QList<JobSetting> MakeOptions()
          .section = section,
          .help =
              Translate("What the files are: %1. Default: what content and name tell.").arg(GetTypes().join(u", "_s)),
+         .choices = GetTypes(),
          .placeholder = u"TYPE"_s},
         {.key = u"units"_s,
          .kind = JobSetting::Choice,

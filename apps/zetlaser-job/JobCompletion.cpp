@@ -37,7 +37,7 @@ Candidates GetCandidates(const JobSetting& option)
     case JobSetting::Folder:
         return {Candidates::Folder};
     default:
-        return {Candidates::Text};
+        return {option.choices.isEmpty() ? Candidates::Text : Candidates::Choice, option.choices};
     }
 }
 

@@ -46,7 +46,7 @@ struct JobSetting {
     Kind kind;
     QString section;          //!< heading in --help
     QString help;             //!< one sentence
-    QStringList choices = {}; //!< of a Choice, in the order of the option's values
+    QStringList choices = {}; //!< of a Choice in the order of the option's values; of a Text those that are offered
     Record record = {};
     /*! Has to be set again behind the configuration, which replaces it. */
     bool isBehindConfiguration = false;

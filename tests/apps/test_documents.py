@@ -201,6 +201,8 @@ class Bash(ShellTest):
         self.assertEqual(self.complete("--side", "t"), [])
         self.assertEqual(self.complete("preview", "--formats", "html,p"), ["html,png"])
         self.assertEqual(self.complete("--completion", ""), ["bash", "fish", "zsh"])
+        self.assertEqual(self.complete("check", "a.ply", "--type", "vir"), ["virtek"])
+        self.assertEqual(self.complete("check", "part.PLY", "part.st"), ["part.step"])  # as many files as one likes
         for usage in self.usages(""):
             for flag, choices in re.findall(r"^(--\S+) (\S+\|\S+)$", usage):
                 self.assertEqual(self.complete(flag, ""), sorted(choices.split("|")))
