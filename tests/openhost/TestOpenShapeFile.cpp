@@ -2,26 +2,18 @@
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
 #include "openhost/ZETGeometry/ZETOpenShapeFile.h"
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
+#include "tests/openhost/TestShapes.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
 #include <ZETSystem/ZETSysException.h>
 
-#include <BRep_Builder.hxx>
 #include <BRepBuilderAPI_MakeEdge.hxx>
-#include <BRepBuilderAPI_MakeFace.hxx>
-#include <BRepBuilderAPI_MakeWire.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
-#include <BRepTools.hxx>
 #include <gp_Circ.hxx>
-#include <gp_Cylinder.hxx>
-#include <gp_Pln.hxx>
 #include <IGESControl_Controller.hxx>
 #include <IGESControl_Writer.hxx>
 #include <IGESData_IGESEntity.hxx>
 #include <IGESData_IGESModel.hxx>
-#include <Interface_Static.hxx>
-#include <Message.hxx>
-#include <Message_Messenger.hxx>
 #include <Standard_Failure.hxx>
 #include <STEPControl_Controller.hxx>
 #include <STEPControl_Writer.hxx>
@@ -49,37 +41,29 @@
 namespace
 {
 using std::numbers::pi;
+using TestShapes::MakeCompound;
+using TestShapes::MakePlate;
+using TestShapes::MakeQuarter;
 
-/*! A quarter of a cylinder of radius 100 about z, from 0 to 200 in height. */
-TopoDS_Face MakeQuarter()
+void WriteStep(const TopoDS_Shape& shape, const char* path, const char* unit = "MM")
 {
-    return BRepBuilderAPI_MakeFace(gp_Cylinder(gp_Ax3(), 100.0), 0.0, 0.5 * pi, 0.0, 200.0);
+    QVERIFY(TestShapes::WriteStep(shape, path, unit));
 }
 
-/*! A square from 0 to 100 in the plane z = 0, with a round hole of radius 20 in its middle. */
-TopoDS_Face MakePlate()
+void WriteIges(const TopoDS_Shape& shape, const char* path, const char* unit = "MM")
 {
-    BRepBuilderAPI_MakeFace maker(gp_Pln(), 0.0, 100.0, 0.0, 100.0);
-    const gp_Circ circle(gp_Ax2(gp_Pnt(50.0, 50.0, 0.0), gp_Dir(0.0, 0.0, 1.0)), 20.0);
-    maker.Add(TopoDS::Wire(BRepBuilderAPI_MakeWire(BRepBuilderAPI_MakeEdge(circle)).Wire().Reversed()));
-    return maker.Face();
+    QVERIFY(TestShapes::WriteIges(shape, path, unit));
 }
 
-TopoDS_Compound MakeCompound(const QList<TopoDS_Shape>& shapes)
+void WriteBrep(const TopoDS_Shape& shape, const char* path)
 {
-    TopoDS_Compound compound;
-    BRep_Builder builder;
-    builder.MakeCompound(compound);
-    for (const TopoDS_Shape& shape : shapes)
-        builder.Add(compound, shape);
-    return compound;
+    QVERIFY(TestShapes::WriteBrep(shape, path));
 }
 
-void WriteStep(const TopoDS_Shape& shape, const char* path, const char* unit = "MM",
-               const QList<std::pair<TopoDS_Shape, QByteArray>>& names = {})
+/*! Names as they stand in the file, where characters beyond ASCII are encoded. */
+void WriteStepWithNames(const TopoDS_Shape& shape, const char* path, const TestShapes::Names& names)
 {
     STEPControl_Controller::Init();
-    Interface_Static::SetCVal("write.step.unit", unit);
     STEPControl_Writer writer;
     QCOMPARE(writer.Transfer(shape, STEPControl_AsIs), IFSelect_RetDone);
     const auto process = writer.WS()->TransferWriter()->FinderProcess();
@@ -98,21 +82,6 @@ void WriteStep(const TopoDS_Shape& shape, const char* path, const char* unit = "
         item->SetName(new TCollection_HAsciiString(name.constData()));
     }
     QCOMPARE(writer.Write(path), IFSelect_RetDone);
-    Interface_Static::SetCVal("write.step.unit", "MM");
-}
-
-void WriteIges(const TopoDS_Shape& shape, const char* path, const char* unit = "MM")
-{
-    IGESControl_Controller::Init();
-    IGESControl_Writer writer(unit, 0);
-    QVERIFY(writer.AddShape(shape));
-    writer.ComputeModel();
-    QVERIFY(writer.Write(path));
-}
-
-void WriteBrep(const TopoDS_Shape& shape, const char* path)
-{
-    QVERIFY(BRepTools::Write(shape, path));
 }
 
 void WriteBytes(const char* path, const QByteArray& bytes)
@@ -185,8 +154,7 @@ private slots:
 
 void TestOpenShapeFile::initTestCase()
 {
-    // The writers talk as the readers do.
-    Message::DefaultMessenger()->ChangePrinters().Clear();
+    TestShapes::SilenceKernel();
 }
 
 void TestOpenShapeFile::everyFormatGivesTheSameFace_data()
@@ -304,8 +272,8 @@ void TestOpenShapeFile::facesAreFoundByName()
 {
     const TopoDS_Face quarter = MakeQuarter();
     const TopoDS_Face plate = MakePlate();
-    WriteStep(MakeCompound({quarter, plate}), "named.step", "MM",
-              {{quarter, "tool side"}, {plate, "plate \\X2\\00E400DF\\X0\\"}});
+    WriteStepWithNames(MakeCompound({quarter, plate}), "named.step",
+                       {{quarter, "tool side"}, {plate, "plate \\X2\\00E400DF\\X0\\"}});
     const ZETOpenShapeFile file("named.step");
     QCOMPARE(file.GetNumFaces(), 2);
     QCOMPARE(file.GetFaceName(0), "tool side");
@@ -443,10 +411,10 @@ void TestOpenShapeFile::edgesOfOneNameMakeAChain()
     const TopoDS_Face quarter = MakeQuarter();
     TopTools_IndexedMapOfShape edges;
     TopExp::MapShapes(quarter, TopAbs_EDGE, edges);
-    QList<std::pair<TopoDS_Shape, QByteArray>> names;
+    TestShapes::Names names;
     for (int i = 1; i <= 3; ++i)
         names.append({edges(i), i < 3 ? "seed" : "other"});
-    WriteStep(quarter, "edges.step", "MM", names);
+    WriteStepWithNames(quarter, "edges.step", names);
     const ZETOpenShapeFile file("edges.step");
     QCOMPARE(file.GetCurveNames(), QStringList({"seed", "other"}));
     const auto surface = file.GetSingleFace();
@@ -464,10 +432,10 @@ void TestOpenShapeFile::polylineOfAnEdge()
     const TopoDS_Face quarter = MakeQuarter();
     TopTools_IndexedMapOfShape edges;
     TopExp::MapShapes(quarter, TopAbs_EDGE, edges);
-    QList<std::pair<TopoDS_Shape, QByteArray>> names;
+    TestShapes::Names names;
     for (int i = 1; i <= 4; ++i)
         names.append({edges(i), "edge " + QByteArray::number(i)});
-    WriteStep(quarter, "polyline.step", "MM", names);
+    WriteStepWithNames(quarter, "polyline.step", names);
     const ZETOpenShapeFile file("polyline.step");
     int arcs = 0;
     for (int i = 1; i <= 4; ++i) {
@@ -490,7 +458,7 @@ void TestOpenShapeFile::unknownNamesAndIndicesAreTold()
 {
     const TopoDS_Face quarter = MakeQuarter();
     const TopoDS_Face plate = MakePlate();
-    WriteStep(MakeCompound({quarter, plate}), "unknown.step", "MM", {{quarter, "side"}, {plate, "plate"}});
+    WriteStepWithNames(MakeCompound({quarter, plate}), "unknown.step", {{quarter, "side"}, {plate, "plate"}});
     const ZETOpenShapeFile file("unknown.step");
     const auto surface = file.GetFace(0);
     const auto getFault = [](auto&& call) {
