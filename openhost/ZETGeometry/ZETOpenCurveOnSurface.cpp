@@ -253,6 +253,28 @@ ZETOpenRef<ZETOpenCurveOnSurface> ZETOpenCurveOnSurface::MakeCircle(const ZETOpe
     });
 }
 
+ZETOpenRef<ZETOpenCurveOnSurface> ZETOpenCurveOnSurface::MakeRefined(double deflection) const
+{
+    if (!(deflection > 0.0))
+        throw ZETSysException(tr("a curve can't be refined to the deflection %1").arg(deflection));
+    constexpr double angle = 0.1; // rad
+    return CallKernel(GetBuildTask(), [&] {
+        ZETOpenCurveOnSurfacePrivate::Segments segments;
+        for (const auto& segment : d->segments) {
+            double from = 0.0;
+            for (const double to : segment->GetPolyline(0.0, 1.0, deflection, angle)) {
+                segments.push_back(segment->MakePart(*d->surface, from, to));
+                from = to;
+            }
+            segments.push_back(from > 0.0 ? segment->MakePart(*d->surface, from, 1.0) : segment);
+        }
+        auto curve = ZETOpenCurveOnSurfacePrivate::Make(d->surface, std::move(segments), d->chain.IsClosed());
+        curve->d->maxProjectionDistance = d->maxProjectionDistance;
+        curve->d->name = d->name;
+        return curve;
+    });
+}
+
 // ---- questions
 
 double ZETOpenCurveOnSurface::GetMaxProjectionDistance() const

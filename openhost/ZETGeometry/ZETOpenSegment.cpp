@@ -215,6 +215,14 @@ std::vector<double> ZETOpenSurfaceSegment::GetPolyline(double from, double to, d
     return fractions;
 }
 
+std::shared_ptr<const ZETOpenSurfaceSegment> ZETOpenSurfaceSegment::MakePart(const ZETOpenSurface& surfaceOfSegment,
+                                                                             double from, double to) const
+{
+    return geometry.IsNull() ? std::make_shared<ZETOpenSurfaceSegment>(surfaceOfSegment, GetPlace(from), GetPlace(to))
+                             : std::make_shared<ZETOpenSurfaceSegment>(surfaceOfSegment, geometry, ToParameter(from),
+                                                                       ToParameter(to));
+}
+
 double ZETOpenSurfaceSegment::ComputeLength(double from, double to) const
 {
     if (line)

@@ -6,6 +6,7 @@
 #include <gp_Pnt2d.hxx>
 #include <gp_Vec.hxx>
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -81,6 +82,10 @@ public:
     double GetFraction(double from, double distance) const override;
     Nearest Project(const gp_Pnt& point, double from, double to) const override;
     std::vector<double> GetPolyline(double from, double to, double deflection, double angle) const override;
+
+    /*! What lies between two fractions, \a from below \a to. */
+    std::shared_ptr<const ZETOpenSurfaceSegment> MakePart(const ZETOpenSurface& surfaceOfSegment, double from,
+                                                          double to) const;
 
     /*! For storage: the curve in the surface's parameters, null for a straight segment, and its limits. */
     const Handle(Geom2d_Curve) & GetParameterCurve() const { return geometry; }

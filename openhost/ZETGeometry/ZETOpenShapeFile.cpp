@@ -3,20 +3,19 @@
 #include "openhost/ZETGeometry/ZETOpenAssembledCurve.h"
 #include "openhost/ZETGeometry/ZETOpenComboCurve.h"
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface_p.h"
+#include "openhost/ZETGeometry/ZETOpenEdgeProjection_p.h"
 #include "openhost/ZETGeometry/ZETOpenKernel_p.h"
 #include "openhost/ZETGeometry/ZETOpenShapeReader_p.h"
 #include "openhost/ZETGeometry/ZETOpenSurface_p.h"
 
+#include <Bnd_Box.hxx>
 #include <BRep_Tool.hxx>
 #include <BRepAdaptor_Curve.hxx>
+#include <BRepBndLib.hxx>
 #include <BRepBuilderAPI_Transform.hxx>
 #include <BRepTools_WireExplorer.hxx>
 #include <GCPnts_TangentialDeflection.hxx>
-#include <Geom2d_BSplineCurve.hxx>
-#include <Geom2dAPI_Interpolate.hxx>
-#include <Precision.hxx>
 #include <ShapeAnalysis_FreeBounds.hxx>
-#include <TColgp_HArray1OfPnt2d.hxx>
 #include <TopExp.hxx>
 #include <TopExp_Explorer.hxx>
 #include <TopoDS.hxx>
@@ -27,6 +26,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+#include <cmath>
 #include <map>
 
 class ZETOpenShapeFilePrivate
@@ -34,7 +35,8 @@ class ZETOpenShapeFilePrivate
     Q_DECLARE_TR_FUNCTIONS(ZETOpenShapeFile)
 
 public:
-    using Segment = std::shared_ptr<const ZETOpenSurfaceSegment>;
+    using Segments = ZETOpenCurveOnSurfacePrivate::Segments;
+    using SurfaceRef = ZETOpenRef<ZETOpenSurface>;
 
     /*! The shapes of one kind, in order, and their names. */
     struct Shapes {
@@ -53,12 +55,13 @@ public:
     QList<int> FindFaces(const QString& name) const;
     QString ListNames(const QStringList& names) const;
     QList<TopoDS_Edge> FindEdges(const QString& name) const;
+    void CheckReach(const TopoDS_Shape& part) const;
 
-    Segment MakeSegment(const TopoDS_Edge& edge, const ZETOpenSurface& surface) const;
-    Segment MakeOwnSegment(const TopoDS_Edge& edge, const ZETOpenSurface& surface) const;
-    Segment MakeProjectedSegment(const TopoDS_Edge& edge, const ZETOpenSurface& surface) const;
-    ZETOpenRef<ZETOpenCurveOnSurface> MakeCurve(const QList<TopoDS_Edge>& edges,
-                                                const ZETOpenRef<ZETOpenSurface>& surface, const QString& name) const;
+    Segments MakeSegments(const TopoDS_Edge& edge, const SurfaceRef& surface, double& distance) const;
+    std::shared_ptr<const ZETOpenSurfaceSegment> MakeOwnSegment(const TopoDS_Edge& edge,
+                                                                const ZETOpenSurface& surface) const;
+    ZETOpenRef<ZETOpenCurveOnSurface> MakeCurve(const QList<TopoDS_Edge>& edges, const SurfaceRef& surface,
+                                                const QString& name) const;
     QList<TopoDS_Edge> GetEdgesInOrder(const TopoDS_Wire& wire) const;
 
     QString path;
@@ -150,6 +153,24 @@ QString ZETOpenShapeFilePrivate::ListNames(const QStringList& names) const
                                : tr("its names are %1").arg(list);
 }
 
+/*! Refuses what lies out of any workshop, which a digit too many or a wrong unit gives: the kernel's searches would
+ * take hours for it. */
+void ZETOpenShapeFilePrivate::CheckReach(const TopoDS_Shape& part) const
+{
+    constexpr double farthest = 1e7; // mm
+    Bnd_Box box;
+    BRepBndLib::Add(part, box, false);
+    if (box.IsVoid())
+        return;
+    if (box.IsOpen())
+        Fail(part.ShapeType() == TopAbs_FACE ? tr("the face has no bounds") : tr("the edge has no bounds"));
+    double reach = 0.0;
+    for (const gp_Pnt& corner : {box.CornerMin(), box.CornerMax()})
+        reach = std::max({reach, std::abs(corner.X()), std::abs(corner.Y()), std::abs(corner.Z())});
+    if (reach > farthest)
+        Fail(tr("a coordinate of %1 mm is too large, at most 10 km are read").arg(reach));
+}
+
 /*! The edges of a wire of that name in order of travel; without such a wire, all edges of that name. */
 QList<TopoDS_Edge> ZETOpenShapeFilePrivate::FindEdges(const QString& name) const
 {
@@ -195,95 +216,75 @@ QList<TopoDS_Edge> ZETOpenShapeFilePrivate::GetEdgesInOrder(const TopoDS_Wire& w
     return ordered;
 }
 
-/*! Null for an edge of no length. */
-ZETOpenShapeFilePrivate::Segment ZETOpenShapeFilePrivate::MakeSegment(const TopoDS_Edge& edge,
-                                                                      const ZETOpenSurface& surface) const
+/*! None for an edge of no length. Where the edge is projected, \a distance grows to that of the projection. */
+ZETOpenShapeFilePrivate::Segments
+ZETOpenShapeFilePrivate::MakeSegments(const TopoDS_Edge& edge, const SurfaceRef& surface, double& distance) const
 {
     if (BRep_Tool::Degenerated(edge))
-        return nullptr;
-    const TopoDS_Face& face = ZETOpenSurfacePrivate::Of(surface).face;
+        return {};
+    const TopoDS_Face& face = ZETOpenSurfacePrivate::Of(*surface).face;
     for (TopExp_Explorer explorer(face, TopAbs_EDGE); explorer.More(); explorer.Next()) {
-        if (explorer.Current().IsSame(edge))
-            return MakeOwnSegment(edge, surface);
+        if (!explorer.Current().IsSame(edge))
+            continue;
+        if (auto own = MakeOwnSegment(edge, *surface))
+            return {std::move(own)};
+        break;
     }
-    return MakeProjectedSegment(edge, surface);
+    const ZETOpenEdgeProjection projection(edge, *surface);
+    distance = std::max(distance, projection.GetMaxDistance());
+    if (projection.GetPlaces().size() < 2)
+        Fail(tr("an edge can't be projected to the surface, it becomes a point there"));
+    const auto curve = ZETOpenCurveOnSurfacePrivate::MakeStraight(surface, projection.GetPlaces(), false);
+    return ZETOpenCurveOnSurfacePrivate::Of(*curve).segments;
 }
 
-ZETOpenShapeFilePrivate::Segment ZETOpenShapeFilePrivate::MakeOwnSegment(const TopoDS_Edge& edge,
-                                                                         const ZETOpenSurface& surface) const
+/*! Null for an edge that has no curve in the parameters of the face that it bounds. */
+std::shared_ptr<const ZETOpenSurfaceSegment>
+ZETOpenShapeFilePrivate::MakeOwnSegment(const TopoDS_Edge& edge, const ZETOpenSurface& surface) const
 {
     double first = 0.0;
     double last = 0.0;
     const Handle(Geom2d_Curve) parameters =
         BRep_Tool::CurveOnSurface(edge, ZETOpenSurfacePrivate::Of(surface).face, first, last);
     if (parameters.IsNull() || !(last > first))
-        return MakeProjectedSegment(edge, surface);
+        return nullptr;
     if (edge.Orientation() == TopAbs_REVERSED)
         std::swap(first, last);
     return std::make_shared<ZETOpenSurfaceSegment>(surface, parameters, first, last);
 }
 
-ZETOpenShapeFilePrivate::Segment ZETOpenShapeFilePrivate::MakeProjectedSegment(const TopoDS_Edge& edge,
-                                                                               const ZETOpenSurface& surface) const
-{
-    constexpr double deflection = 0.01;
-    constexpr double angle = 0.1;
-    const BRepAdaptor_Curve curve(edge);
-    const GCPnts_TangentialDeflection points(curve, angle, deflection);
-    const auto& record = ZETOpenSurfacePrivate::Of(surface);
-    std::vector<gp_Pnt2d> places;
-    for (int i = 1; i <= points.NbPoints(); ++i) {
-        const auto location = surface.Project(FromKernel(points.Value(i)));
-        const gp_Pnt2d place(location.GetU(), location.GetV());
-        places.push_back(places.empty() ? place : record.Unwrap(places.back(), place));
-    }
-    const auto isSame = [](const gp_Pnt2d& a, const gp_Pnt2d& b) { return a.IsEqual(b, Precision::PConfusion()); };
-    places.erase(std::unique(places.begin(), places.end(), isSame), places.end());
-    if (edge.Orientation() == TopAbs_REVERSED)
-        std::reverse(places.begin(), places.end());
-    if (places.size() < 2)
-        Fail(tr("an edge can't be projected to the surface, it becomes a point there"));
-    if (places.size() == 2)
-        return std::make_shared<ZETOpenSurfaceSegment>(surface, places.front(), places.back());
-    Handle(TColgp_HArray1OfPnt2d) array = new TColgp_HArray1OfPnt2d(1, int(places.size()));
-    for (std::size_t i = 0; i < places.size(); ++i)
-        array->SetValue(int(i) + 1, places[i]);
-    Geom2dAPI_Interpolate interpolation(array, false, Precision::PConfusion());
-    interpolation.Perform();
-    if (!interpolation.IsDone())
-        Fail(tr("an edge can't be projected to the surface"));
-    const Handle(Geom2d_Curve) parameters(interpolation.Curve());
-    return std::make_shared<ZETOpenSurfaceSegment>(surface, parameters, parameters->FirstParameter(),
-                                                   parameters->LastParameter());
-}
-
 ZETOpenRef<ZETOpenCurveOnSurface> ZETOpenShapeFilePrivate::MakeCurve(const QList<TopoDS_Edge>& edgesInOrder,
-                                                                     const ZETOpenRef<ZETOpenSurface>& surface,
+                                                                     const SurfaceRef& surface,
                                                                      const QString& name) const
 {
     if (!surface)
         Fail(tr("a curve on a surface needs a surface"));
     return CallKernel(tr("%1: an edge can't be brought to the surface").arg(path), [&] {
-        ZETOpenCurveOnSurfacePrivate::Segments segments;
         double widest = openJoinTolerance;
         for (const TopoDS_Edge& edge : edgesInOrder) {
+            CheckReach(edge);
             widest = std::max(widest, 2.0 * BRep_Tool::Tolerance(edge));
-            if (auto segment = MakeSegment(edge, *surface))
-                segments.push_back(std::move(segment));
         }
-        if (segments.empty())
-            Fail(tr("a curve of no length"));
-        for (std::size_t i = 1; i < segments.size(); ++i) {
-            const double gap = segments[i - 1]->GetPoint(1.0).Distance(segments[i]->GetPoint(0.0));
+        Segments segments;
+        double distance = 0.0;
+        for (qsizetype i = 0; i < edgesInOrder.size(); ++i) {
+            const Segments next = MakeSegments(edgesInOrder[i], surface, distance);
+            const double gap = segments.empty() || next.empty()
+                                   ? 0.0
+                                   : segments.back()->GetPoint(1.0).Distance(next.front()->GetPoint(0.0));
             if (gap > widest)
                 Fail(tr("edge %1 of \"%2\" begins %3 mm away from where the one before ends")
                          .arg(i + 1)
                          .arg(name)
                          .arg(gap));
+            segments.insert(segments.end(), next.begin(), next.end());
         }
+        if (segments.empty())
+            Fail(tr("a curve of no length"));
         const bool closed = segments.back()->GetPoint(1.0).Distance(segments.front()->GetPoint(0.0)) <= widest &&
                             (segments.size() > 1 || segments.front()->GetLength(0.0, 1.0) > 2.0 * widest);
         auto curve = ZETOpenCurveOnSurfacePrivate::Make(surface, std::move(segments), closed);
+        ZETOpenCurveOnSurfacePrivate::Of(*curve).maxProjectionDistance = distance;
         curve->SetName(name);
         return curve;
     });
@@ -357,6 +358,7 @@ ZETOpenRef<ZETOpenSurface> ZETOpenShapeFile::GetFace(int index) const
         return known->second;
     const auto surface =
         CallKernel(ZETOpenShapeFilePrivate::tr("%1: face %2 can't be used").arg(d->path).arg(index), [&] {
+            d->CheckReach(d->faces.Get(index));
             return ZETOpenSurfacePrivate::Make(TopoDS::Face(d->faces.Get(index)), d->faces.names.value(index));
         });
     d->surfaces.emplace(index, surface);
@@ -459,6 +461,7 @@ QList<ZETOpenRef<ZETOpenComboCurve>> ZETOpenShapeFile::GetPolylines(const QStrin
         for (const TopoDS_Edge& edge : edges) {
             if (BRep_Tool::Degenerated(edge))
                 continue;
+            d->CheckReach(edge);
             const BRepAdaptor_Curve curve(edge);
             const GCPnts_TangentialDeflection samples(curve, angle, deflection);
             QList<ZETMathPoint> points;

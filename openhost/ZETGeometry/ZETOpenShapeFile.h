@@ -54,9 +54,10 @@ public:
     QStringList GetFaceNames() const;
     QStringList GetCurveNames() const;
 
-    /*! An edge, or all edges of a wire in order of travel, as a curve on \a surface with one segment an edge: their own
-     *  curves in the face's parameters if the surface is a face of this file that they bound, otherwise their
-     *  projection. Throws ZETSysException for an unknown name or index, and where nothing can be projected. */
+    /*! An edge, or all edges of a wire in order of travel, as a curve on \a surface: one segment for each edge that
+     *  bounds this face of the file, its own curve in the face's parameters; any other edge is projected, in as many
+     *  segments as that takes, and the curve tells how far it was away. Throws ZETSysException for an unknown name or
+     * index, and where nothing can be projected. */
     ZETOpenRef<ZETOpenCurveOnSurface> GetEdge(int index, const ZETOpenRef<ZETOpenSurface>& surface) const;
     ZETOpenRef<ZETOpenCurveOnSurface> GetWire(int index, const ZETOpenRef<ZETOpenSurface>& surface) const;
     ZETOpenRef<ZETOpenCurveOnSurface> GetCurve(const QString& name, const ZETOpenRef<ZETOpenSurface>& surface) const;

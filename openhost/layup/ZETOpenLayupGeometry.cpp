@@ -17,7 +17,8 @@ namespace
 {
 constexpr double radiansPerDegree = std::numbers::pi / 180.0;
 constexpr double fullTurn = 360.0;
-constexpr int defaultCorners = 72; // a corner every five degrees
+constexpr double curveDeflection = 0.01; // mm; far below what a projector resolves, and what thinning takes away
+constexpr int defaultCorners = 72;       // a corner every five degrees
 
 /*! The one of \a keys that \a object has; throws unless there is exactly one. */
 QString GetOnlyKey(const ZETOpenJsonValue& object, const QStringList& keys, const QString& manyText,
@@ -217,6 +218,7 @@ ZETOpenLayupBuilder::CurveRef ZETOpenLayupBuilder::MakeCurveOnSurface(const Valu
         points.Fail(tr("expected at least %1 points, found %2").arg(fewest).arg(coordinates.size()));
     CurveRef curve = Guard(points, [&] {
         return isSmooth ? ZETOpenCurveOnSurface::MakeInterpolated(surface, coordinates, isClosed)
+                              ->MakeRefined(curveDeflection)
                         : ZETOpenCurveOnSurface::MakePolyline(surface, coordinates, isClosed);
     });
     if (curve->GetMaxProjectionDistance() > limit)
@@ -311,8 +313,13 @@ ZETOpenLayupBuilder::Curve ZETOpenLayupBuilder::MakeCurveOfShape(const Value& ob
         const int index = which.ToInteger(0, count - 1, tr("the index of a curve, 0 to %1").arg(count - 1));
         return isEdge ? file.GetEdge(index, curve.surface) : file.GetWire(index, curve.surface);
     });
+    const double limit = GetLimit(object);
+    if (only->GetMaxProjectionDistance() > limit)
+        which.Fail(tr("expected a curve at most %1 mm from the surface \"%2\", found one at %3 mm")
+                       .arg(QString::number(limit, 'g', 6), curve.surface->GetName(),
+                            QString::number(only->GetMaxProjectionDistance(), 'g', 6)));
     curve.isClosed = only->IsClosed();
-    curve.edges.append(only);
+    curve.edges.append(Guard(which, [&] { return only->MakeRefined(curveDeflection); }));
     curve.senses.append(true);
     return curve;
 }

@@ -69,6 +69,7 @@ private slots:
     void interpolatedCurveGoesThroughItsPoints_data();
     void interpolatedCurveGoesThroughItsPoints();
     void polylineKeepsTheSurface();
+    void refinedCurveKeepsCloseToItsChords();
     void nearestPlace();
     void pointsAreProjectedAndTheirDistanceIsKept();
     void rangeKnowsWhatLiesInIt();
@@ -412,6 +413,39 @@ void TestOpenCurveOnSurface::polylineKeepsTheSurface()
     const auto square = ZETOpenCurveOnSurface::MakePolyline(MakePlane(), {{0, 0, 0}, {10, 0, 0}, {10, 10, 0}}, true);
     QCOMPARE(square->GetNumPoints(), 4);
     QCOMPARE(square->GetPoint(3), square->GetPoint(0));
+}
+
+void TestOpenCurveOnSurface::refinedCurveKeepsCloseToItsChords()
+{
+    const auto circle = ZETOpenCurveOnSurface::MakeCircle(MakePlane(), {50.0, 40.0, 0.0}, 20.0, 1);
+    circle->SetName("hole");
+    const auto fine = circle->MakeRefined(0.01);
+    QVERIFY(fine->IsClosed());
+    QCOMPARE(fine->GetName(), "hole");
+    QVERIFY(std::abs(fine->GetLength() - circle->GetLength()) < 1e-6);
+    for (int i = 0; i < fine->GetNumSegments(); ++i) {
+        const auto start = fine->GetLocation(i).GetMathPoint();
+        const auto end = fine->GetLocation((i + 1) % fine->GetNumSegments()).GetMathPoint();
+        const auto middle = start + 0.5 * (end - start);
+        QVERIFY(std::abs(start.GetDistanceTo({50.0, 40.0, 0.0}) - 20.0) < 1e-9);
+        QVERIFY(20.0 - middle.GetDistanceTo({50.0, 40.0, 0.0}) < 0.0101);
+    }
+    // Chords that leave the arc by h are sqrt(8 r h) long: 100 of them go round. No more are made than that takes.
+    QVERIFY(fine->GetNumSegments() <= 101);
+
+    // What is straight stays as it is, and the vertices of a curve are vertices still.
+    const auto square = ZETOpenCurveOnSurface::MakePolyline(
+        MakePlane(), {{0.0, 0.0, 0.0}, {10.0, 0.0, 0.0}, {10.0, 8.0, 0.0}, {0.0, 8.0, 0.0}}, true);
+    QCOMPARE(square->MakeRefined(0.01)->GetNumSegments(), 4);
+    const QList<ZETMathPoint> points{{0.0, 0.0, 0.5}, {20.0, 30.0, 0.0}, {60.0, 0.0, 0.0}};
+    const auto smooth = ZETOpenCurveOnSurface::MakeInterpolated(MakePlane(), points, false)->MakeRefined(0.01);
+    QVERIFY(smooth->GetNumSegments() > 10);
+    QCOMPARE(smooth->GetMaxProjectionDistance(), 0.5);
+    int found = 0;
+    for (int i = 0; i <= smooth->GetNumSegments(); ++i)
+        found += smooth->GetLocation(i).GetMathPoint().GetDistanceTo({20.0, 30.0, 0.0}) < 1e-9 ? 1 : 0;
+    QCOMPARE(found, 1);
+    QVERIFY_EXCEPTION_THROWN(smooth->MakeRefined(0.0), ZETSysException);
 }
 
 void TestOpenCurveOnSurface::nearestPlace()
