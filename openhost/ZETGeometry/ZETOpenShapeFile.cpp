@@ -51,6 +51,7 @@ public:
     };
 
     [[noreturn]] void Fail(const QString& text) const;
+    double GetFactor(const ZETOpenShapeContent& content, std::optional<double> scale) const;
     void SetShapes(const ZETOpenShapeContent& content, double factor);
     QList<int> FindFaces(const QString& name) const;
     QString ListNames(const QStringList& names) const;
@@ -71,7 +72,7 @@ public:
     Shapes faces;
     Shapes edges;
     Shapes wires;
-    std::vector<std::pair<QString, QList<int>>> bodies; //!< names of groups of faces
+    QList<std::pair<QString, QList<int>>> bodies;       //!< names of groups of faces
     std::map<int, ZETOpenRef<ZETOpenSurface>> surfaces; //!< that were asked for
 };
 
@@ -98,6 +99,18 @@ void ZETOpenShapeFilePrivate::Fail(const QString& text) const
     throw ZETSysException(QStringLiteral("%1: %2").arg(path, text));
 }
 
+/*! What the shapes, which come in mm of the declared unit, are multiplied with. */
+double ZETOpenShapeFilePrivate::GetFactor(const ZETOpenShapeContent& content, std::optional<double> scale) const
+{
+    if (!std::isfinite(content.unit) || content.unit < 0.0)
+        Fail(tr("%1 mm is no unit of length").arg(content.unit));
+    if (!scale && content.unit == 0.0)
+        Fail(tr("the file declares no unit of length, so it needs a scale"));
+    if (scale && content.hasOtherUnits)
+        Fail(tr("the file has shapes in several units, so it can't have one scale"));
+    return scale && content.unit > 0.0 ? *scale / content.unit : scale.value_or(1.0);
+}
+
 void ZETOpenShapeFilePrivate::SetShapes(const ZETOpenShapeContent& content, double factor)
 {
     TopoDS_Shape shape = content.shape;
@@ -106,40 +119,30 @@ void ZETOpenShapeFilePrivate::SetShapes(const ZETOpenShapeContent& content, doub
         scaling.SetScaleFactor(factor);
         shape = BRepBuilderAPI_Transform(shape, scaling, true).Shape();
     }
-    // A scaled shape has the same structure, so its parts come in the same order as the ones that have the names.
-    const auto fill = [&](Shapes& shapes, TopAbs_ShapeEnum kind) {
-        TopTools_IndexedMapOfShape named;
-        TopExp::MapShapes(content.shape, kind, named);
+    // A scaled shape has the same structure, so its parts come in the same order as their names.
+    const auto fill = [&shape](Shapes& shapes, TopAbs_ShapeEnum kind, const QStringList& names) {
         TopExp::MapShapes(shape, kind, shapes.map);
-        for (int i = 1; i <= named.Extent(); ++i)
-            shapes.names.append(content.GetName(named(i)));
+        shapes.names = names;
     };
-    fill(faces, TopAbs_FACE);
-    fill(edges, TopAbs_EDGE);
-    fill(wires, TopAbs_WIRE);
-    TopTools_IndexedMapOfShape original;
-    TopExp::MapShapes(content.shape, TopAbs_FACE, original);
-    for (const auto& [name, body] : content.bodies) {
-        QList<int> indices;
-        for (TopExp_Explorer explorer(body, TopAbs_FACE); explorer.More(); explorer.Next()) {
-            // Instances of a body differ in their places, so the faces are compared without them.
-            for (int i = 1; i <= original.Extent(); ++i) {
-                if (original(i).IsPartner(explorer.Current()) && !indices.contains(i - 1))
-                    indices.append(i - 1);
-            }
-        }
-        if (!indices.isEmpty())
-            bodies.emplace_back(name, indices);
-    }
+    fill(faces, TopAbs_FACE, content.faceNames);
+    fill(edges, TopAbs_EDGE, content.edgeNames);
+    fill(wires, TopAbs_WIRE, content.wireNames);
+    bodies = content.bodies;
 }
 
+/*! The faces of that name, else those of the bodies of that name. */
 QList<int> ZETOpenShapeFilePrivate::FindFaces(const QString& name) const
 {
-    QList<int> found = faces.Find(name);
-    for (std::size_t i = 0; found.isEmpty() && i < bodies.size(); ++i) {
-        if (bodies[i].first == name)
-            found = bodies[i].second;
+    const QList<int> named = faces.Find(name);
+    if (!named.isEmpty() || name.isEmpty())
+        return named;
+    QList<int> found;
+    for (const auto& [body, indices] : bodies) {
+        if (body == name)
+            found.append(indices);
     }
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
     return found;
 }
 
@@ -300,8 +303,9 @@ ZETOpenShapeFile::ZETOpenShapeFile(const QString& path, std::optional<double> sc
     d->format = content.format;
     d->unitName = content.unitName;
     d->unit = content.unit;
+    const double factor = d->GetFactor(content, scale);
     CallKernel(ZETOpenShapeFilePrivate::tr("%1: the shapes can't be used").arg(path),
-               [&] { d->SetShapes(content, scale ? *scale / content.unit : 1.0); });
+               [&] { d->SetShapes(content, factor); });
     if (d->edges.GetCount() == 0)
         d->Fail(ZETOpenShapeFilePrivate::tr("the file holds no faces and no edges"));
 }

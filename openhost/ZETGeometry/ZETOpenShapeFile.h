@@ -18,8 +18,9 @@ class ZETOpenSurface;
 /*! The shapes of a STEP, IGES or BREP file. What is taken out of it lives on without it.
  *
  *  Everything is in mm: lengths are converted from the unit that the file declares, or, with a scale, multiplied by the
- *  scale as they stand in the file, whatever it declares. A BREP file declares no unit and counts as mm. Names are
- * those of the file's entities; faces, edges and wires of no name are reached by their index, in the file's order. */
+ *  scale as they stand in the file, whatever it declares. A BREP file can't declare a unit and counts as mm; a STEP
+ *  file that declares none needs a scale. Names are those of the file's entities; faces, edges and wires of no name are
+ * reached by their index, in the file's order. */
 class ZETHOST_EXPORT ZETOpenShapeFile
 {
 public:
@@ -31,7 +32,8 @@ public:
     QString GetPath() const;
     /*! "STEP", "IGES" or "BREP". */
     QString GetFormat() const;
-    /*! The declared unit of length as the file has it, "mm" for BREP; and what it is in mm. */
+    /*! The declared unit of length as the file names it, "mm" for BREP; and what it is in mm. Empty and 0 if the file
+     *  declares none. */
     QString GetUnitName() const;
     double GetUnitInMillimetres() const;
 

@@ -1,7 +1,9 @@
 #include "openhost/ZETGeometry/ZETOpenShapeReader_p.h"
 
+#include "openhost/ZETGeometry/ZETOpenChildProcess_p.h"
 #include "openhost/ZETGeometry/ZETOpenKernel_p.h"
 
+#include <BinTools.hxx>
 #include <BRep_Builder.hxx>
 #include <BRepTools.hxx>
 #include <IGESControl_Reader.hxx>
@@ -11,8 +13,7 @@
 #include <Interface_Check.hxx>
 #include <Interface_CheckIterator.hxx>
 #include <Interface_Static.hxx>
-#include <Message.hxx>
-#include <Message_Messenger.hxx>
+#include <NCollection_DataMap.hxx>
 #include <StepBasic_Product.hxx>
 #include <StepBasic_ProductDefinition.hxx>
 #include <StepBasic_ProductDefinitionFormation.hxx>
@@ -25,17 +26,21 @@
 #include <StepRepr_RepresentationItem.hxx>
 #include <TCollection_HAsciiString.hxx>
 #include <TColStd_SequenceOfAsciiString.hxx>
-#include <TopExp_Explorer.hxx>
+#include <TopExp.hxx>
+#include <TopTools_IndexedMapOfShape.hxx>
+#include <TopTools_ShapeMapHasher.hxx>
 #include <Transfer_TransientProcess.hxx>
 #include <TransferBRep.hxx>
 #include <XSControl_TransferReader.hxx>
 #include <XSControl_WorkSession.hxx>
 
 #include <QCoreApplication>
+#include <QDataStream>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <map>
 #include <new>
 #include <sstream>
@@ -53,22 +58,6 @@ struct Text {
 {
     throw ZETSysException(u"%1: %2"_s.arg(path, text));
 }
-
-/*! The kernel's readers write to standard output; while this lives they don't. */
-class Silence
-{
-public:
-    Silence()
-        : printers(Message::DefaultMessenger()->Printers())
-    {
-        Message::DefaultMessenger()->ChangePrinters().Clear();
-    }
-    ~Silence() { Message::DefaultMessenger()->ChangePrinters() = printers; }
-    Q_DISABLE_COPY_MOVE(Silence)
-
-private:
-    Message_SequenceOfPrinters printers;
-};
 
 // ---- the bytes
 
@@ -219,20 +208,105 @@ QString GetIgesName(const Handle(Standard_Transient) & entity)
     return name.IsNull() ? QString() : QString::fromUtf8(name->ToCString()).trimmed();
 }
 
+/*! The names of shapes, wherever the file places them. */
+class ShapeNames
+{
+public:
+    /*! The first name of a shape counts. */
+    void Add(const TopoDS_Shape& shape, const QString& name)
+    {
+        if (shape.IsNull())
+            return;
+        const auto kind = shape.ShapeType();
+        if (kind != TopAbs_FACE && kind != TopAbs_EDGE && kind != TopAbs_WIRE)
+            bodies.append({name, shape});
+        else if (!names.IsBound(WithoutPlace(shape)))
+            names.Bind(WithoutPlace(shape), name);
+    }
+    void Fill(ZETOpenShapeContent& content) const
+    {
+        FillNames(content.shape, TopAbs_FACE, content.faceNames);
+        FillNames(content.shape, TopAbs_EDGE, content.edgeNames);
+        FillNames(content.shape, TopAbs_WIRE, content.wireNames);
+        FillBodies(content);
+    }
+
+private:
+    using NameMap = NCollection_DataMap<TopoDS_Shape, QString, TopTools_ShapeMapHasher>;
+    using IndexMap = NCollection_DataMap<TopoDS_Shape, QList<int>, TopTools_ShapeMapHasher>;
+
+    static TopoDS_Shape WithoutPlace(const TopoDS_Shape& shape) { return shape.Located(TopLoc_Location()); }
+
+    void FillNames(const TopoDS_Shape& whole, TopAbs_ShapeEnum kind, QStringList& list) const
+    {
+        TopTools_IndexedMapOfShape shapes;
+        TopExp::MapShapes(whole, kind, shapes);
+        for (int i = 1; i <= shapes.Extent(); ++i) {
+            const QString* const name = names.Seek(WithoutPlace(shapes(i)));
+            list.append(name ? *name : QString());
+        }
+    }
+    void FillBodies(ZETOpenShapeContent& content) const
+    {
+        IndexMap indices; // instances of a body share their faces, which differ in their places
+        TopTools_IndexedMapOfShape faces;
+        TopExp::MapShapes(content.shape, TopAbs_FACE, faces);
+        for (int i = 1; i <= faces.Extent(); ++i) {
+            const TopoDS_Shape face = WithoutPlace(faces(i));
+            if (!indices.IsBound(face))
+                indices.Bind(face, {});
+            indices.ChangeFind(face).append(i - 1);
+        }
+        for (const auto& [name, body] : bodies) {
+            TopTools_IndexedMapOfShape own;
+            TopExp::MapShapes(body, TopAbs_FACE, own);
+            QList<int> found;
+            for (int i = 1; i <= own.Extent(); ++i) {
+                if (const QList<int>* const partners = indices.Seek(WithoutPlace(own(i))))
+                    found.append(*partners);
+            }
+            std::sort(found.begin(), found.end());
+            found.erase(std::unique(found.begin(), found.end()), found.end());
+            if (!found.isEmpty())
+                content.bodies.append({name, found});
+        }
+    }
+
+    NameMap names;
+    QList<std::pair<QString, TopoDS_Shape>> bodies;
+};
+
 template <typename GetNameOf>
 void CollectNames(const XSControl_Reader& reader, ZETOpenShapeContent& content, GetNameOf getName)
 {
+    ShapeNames names;
     const auto process = reader.WS()->TransferReader()->TransientProcess();
     const auto model = reader.Model();
     for (int i = 1; i <= model->NbEntities(); ++i) {
         const Handle(Standard_Transient) entity = model->Value(i);
         const QString name = getName(entity);
         if (!name.isEmpty())
-            content.AddName(TransferBRep::ShapeResult(process, entity), name);
+            names.Add(TransferBRep::ShapeResult(process, entity), name);
     }
+    names.Fill(content);
 }
 
 // ---- units
+
+/*! The length unit, in mm, of an entity that gives shapes their units; 0 for any other and where it names no length. */
+double GetStepLengthUnit(const Handle(Standard_Transient) & entity)
+{
+    Handle(StepRepr_GlobalUnitAssignedContext) units;
+    using Plain = StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext;
+    using WithUncertainty = StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx;
+    if (const auto plain = Handle(Plain)::DownCast(entity); !plain.IsNull())
+        units = plain->GlobalUnitAssignedContext();
+    else if (const auto full = Handle(WithUncertainty)::DownCast(entity); !full.IsNull())
+        units = full->GlobalUnitAssignedContext();
+    STEPConstruct_UnitContext context;
+    const bool isLength = !units.IsNull() && context.ComputeFactors(units) == 0 && context.LengthDone();
+    return isLength ? context.LengthFactor() : 0.0;
+}
 
 void CollectStepUnit(STEPControl_Reader& reader, ZETOpenShapeContent& content)
 {
@@ -244,19 +318,11 @@ void CollectStepUnit(STEPControl_Reader& reader, ZETOpenShapeContent& content)
         content.unitName = QString::fromUtf8(lengths.First().ToCString());
     const auto model = reader.StepModel();
     for (int i = 1; i <= model->NbEntities(); ++i) {
-        Handle(StepRepr_GlobalUnitAssignedContext) units;
-        const Handle(Standard_Transient) entity = model->Value(i);
-        using Plain = StepGeom_GeometricRepresentationContextAndGlobalUnitAssignedContext;
-        using WithUncertainty = StepGeom_GeomRepContextAndGlobUnitAssCtxAndGlobUncertaintyAssCtx;
-        if (const auto plain = Handle(Plain)::DownCast(entity); !plain.IsNull())
-            units = plain->GlobalUnitAssignedContext();
-        else if (const auto full = Handle(WithUncertainty)::DownCast(entity); !full.IsNull())
-            units = full->GlobalUnitAssignedContext();
-        STEPConstruct_UnitContext context;
-        if (!units.IsNull() && context.ComputeFactors(units) == 0 && context.LengthDone()) {
-            content.unit = context.LengthFactor();
-            return;
-        }
+        const double unit = GetStepLengthUnit(model->Value(i));
+        if (content.unit == 0.0)
+            content.unit = unit;
+        else if (unit != 0.0 && unit != content.unit)
+            content.hasOtherUnits = true;
     }
 }
 
@@ -290,6 +356,8 @@ void CheckEntities(const QString& path, const XSControl_Reader& reader)
 
 void ReadStep(const QString& path, ZETOpenShapeContent& content)
 {
+    // Lengths come out in mm whatever somebody else in this process has set.
+    Interface_Static::SetCVal("xstep.cascade.unit", "MM");
     STEPControl_Reader reader;
     if (reader.ReadFile(QFile::encodeName(path).constData()) != IFSelect_RetDone)
         Fail(path, Text::tr("the STEP file can't be understood"));
@@ -302,6 +370,7 @@ void ReadStep(const QString& path, ZETOpenShapeContent& content)
 
 void ReadIges(const QString& path, ZETOpenShapeContent& content)
 {
+    Interface_Static::SetCVal("xstep.cascade.unit", "MM");
     IGESControl_Reader reader;
     if (reader.ReadFile(QFile::encodeName(path).constData()) != IFSelect_RetDone)
         Fail(path, Text::tr("the IGES file can't be understood"));
@@ -336,61 +405,104 @@ void ReadBrep(const QString& path, const QByteArray& bytes, ZETOpenShapeContent&
     }
     if (content.shape.IsNull())
         Fail(path, Text::tr("the BREP file can't be understood"));
+    content.unitName = u"mm"_s; // which is a convention: the format declares no unit
+    content.unit = 1.0;
+    ShapeNames().Fill(content);
 }
-} // namespace
 
-ZETOpenShapeContent ZETOpenShapeContent::Read(const QString& path)
+ZETOpenShapeContent::Format CheckFile(const QString& path, const QByteArray& bytes)
 {
-    const QByteArray bytes = ReadFile(path);
+    const auto format = GetFormat(path, bytes);
+    switch (format) {
+    case ZETOpenShapeContent::FormatStep:
+        CheckStepEnd(path, bytes);
+        CheckNumbers(path, bytes);
+        break;
+    case ZETOpenShapeContent::FormatIges:
+        CheckIgesEnd(path, bytes);
+        CheckNumbers(path, bytes);
+        break;
+    case ZETOpenShapeContent::FormatBrep:
+        CheckBrepEnd(path, bytes);
+        CheckBrepCounts(path, bytes);
+        break;
+    }
+    return format;
+}
+
+ZETOpenShapeContent ReadWithKernel(const QString& path, ZETOpenShapeContent::Format format, const QByteArray& bytes)
+{
     ZETOpenShapeContent content;
-    content.format = GetFormat(path, bytes);
-    const Silence silence;
-    // Lengths come out in mm whatever somebody else in this process has set.
-    Interface_Static::SetCVal("xstep.cascade.unit", "MM");
+    content.format = format;
     CallKernel(Text::tr("%1: it can't be understood").arg(path), [&] {
-        switch (content.format) {
-        case FormatStep:
-            CheckStepEnd(path, bytes);
-            CheckNumbers(path, bytes);
+        switch (format) {
+        case ZETOpenShapeContent::FormatStep:
             ReadStep(path, content);
             break;
-        case FormatIges:
-            CheckIgesEnd(path, bytes);
-            CheckNumbers(path, bytes);
+        case ZETOpenShapeContent::FormatIges:
             ReadIges(path, content);
             break;
-        case FormatBrep:
-            CheckBrepEnd(path, bytes);
-            CheckBrepCounts(path, bytes);
+        case ZETOpenShapeContent::FormatBrep:
             ReadBrep(path, bytes, content);
             break;
         }
     });
     if (content.shape.IsNull())
         Fail(path, Text::tr("the file holds no shapes"));
-    if (!std::isfinite(content.unit) || !(content.unit > 0.0))
-        Fail(path, Text::tr("the file has no unit of length"));
     return content;
 }
 
-QString ZETOpenShapeContent::GetName(const TopoDS_Shape& named) const
+// ---- the way from one process to the other
+
+QByteArray Pack(const ZETOpenShapeContent& content)
 {
-    const TopoDS_Shape bare = named.Located(TopLoc_Location());
-    return nameIndices.IsBound(bare) ? names[nameIndices.Find(bare)] : QString();
+    std::ostringstream shape;
+    BinTools::Write(content.shape, shape);
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream << content.unitName << content.unit << content.hasOtherUnits << content.faceNames << content.edgeNames
+           << content.wireNames << content.bodies << QByteArray::fromStdString(shape.str());
+    return bytes;
 }
 
-void ZETOpenShapeContent::AddName(const TopoDS_Shape& named, const QString& name)
+ZETOpenShapeContent Unpack(const QByteArray& bytes)
 {
-    if (named.IsNull())
-        return;
-    const auto kind = named.ShapeType();
-    if (kind != TopAbs_FACE && kind != TopAbs_EDGE && kind != TopAbs_WIRE) {
-        bodies.emplace_back(name, named);
-        return;
+    ZETOpenShapeContent content;
+    QByteArray shapeBytes;
+    QDataStream stream(bytes);
+    stream >> content.unitName >> content.unit >> content.hasOtherUnits >> content.faceNames >> content.edgeNames >>
+        content.wireNames >> content.bodies >> shapeBytes;
+    std::istringstream shape(shapeBytes.toStdString());
+    BinTools::Read(content.shape, shape);
+    return content;
+}
+
+/*! Far more than the slowest machine needs for a sound file, which is about a second for each megabyte. */
+std::chrono::seconds GetTimeLimit(const QByteArray& bytes)
+{
+    return std::chrono::seconds(60 + 20 * (bytes.size() >> 20));
+}
+} // namespace
+
+ZETOpenShapeContent ZETOpenShapeContent::Read(const QString& path)
+{
+    const QByteArray bytes = ReadFile(path);
+    const Format format = CheckFile(path, bytes);
+    const auto result =
+        ZETOpenChildProcess::Run([&] { return Pack(ReadWithKernel(path, format, bytes)); }, GetTimeLimit(bytes));
+    switch (result.end) {
+    case ZETOpenChildProcess::Result::Finished:
+        break;
+    case ZETOpenChildProcess::Result::Threw:
+        throw ZETSysException(result.error);
+    case ZETOpenChildProcess::Result::Crashed:
+        Fail(path, Text::tr("the CAD kernel crashes on it, so it is likely damaged"));
+    case ZETOpenChildProcess::Result::TookTooLong:
+        Fail(path, Text::tr("the CAD kernel doesn't come to an end with it, so it is likely damaged"));
     }
-    const TopoDS_Shape bare = named.Located(TopLoc_Location());
-    if (nameIndices.IsBound(bare))
-        return;
-    nameIndices.Bind(bare, int(names.size()));
-    names.append(name);
+    return CallKernel(Text::tr("%1: it can't be understood").arg(path), [&] {
+        ZETOpenShapeContent content = Unpack(result.bytes);
+        content.format = format;
+        return content;
+    });
 }

@@ -1,35 +1,29 @@
 #pragma once
 
 #include <TopoDS_Shape.hxx>
-#include <TopTools_DataMapOfShapeInteger.hxx>
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <utility>
-#include <vector>
 
 /*! What a shape file holds, in mm: its shapes and the names of its entities. */
-class ZETOpenShapeContent
-{
-public:
+struct ZETOpenShapeContent {
     enum Format { FormatStep, FormatIges, FormatBrep };
 
-    /*! Throws ZETSysException that begins with the path and tells what is wrong. */
+    /*! Throws ZETSysException that begins with the path and tells what is wrong. The file is read in a process of its
+     *  own, because the kernel's readers crash on some files that are damaged. */
     static ZETOpenShapeContent Read(const QString& path);
 
-    /*! The name of a face, edge or wire, wherever the file places it; may be empty. */
-    QString GetName(const TopoDS_Shape& shape) const;
-    /*! Keeps the name of a shape; the first one counts. Larger shapes become bodies. */
-    void AddName(const TopoDS_Shape& shape, const QString& name);
-
     Format format = FormatBrep;
-    QString unitName = QStringLiteral("mm");
-    double unit = 1.0; //!< of the file, in mm
+    QString unitName;           //!< empty: the file names none
+    double unit = 0.0;          //!< of the file, in mm; 0 if it declares none, and then its numbers are taken as mm
+    bool hasOtherUnits = false; //!< some of the shapes are in other units
     TopoDS_Shape shape;
-    std::vector<std::pair<QString, TopoDS_Shape>> bodies;
-
-private:
-    TopTools_DataMapOfShapeInteger nameIndices; //!< by shape without place and orientation
-    QStringList names;
+    /*! The names in the order of TopExp::MapShapes; may be empty. */
+    QStringList faceNames;
+    QStringList edgeNames;
+    QStringList wireNames;
+    QList<std::pair<QString, QList<int>>> bodies; //!< names of groups of faces
 };

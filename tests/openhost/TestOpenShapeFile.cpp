@@ -126,6 +126,8 @@ private slots:
     void declaredUnitsAreConverted();
     void scaleOverridesTheDeclaredUnit_data();
     void scaleOverridesTheDeclaredUnit();
+    void fileWithoutAUnitNeedsAScale();
+    void shapesInSeveralUnitsHaveNoOneScale();
     void reversedFaceKeepsItsNormal_data();
     void reversedFaceKeepsItsNormal();
     void facesAreFoundByName();
@@ -150,6 +152,8 @@ private slots:
     void damagedFileIsReadOrRefused();
     void numbersOutOfRangeAreTold();
     void brepThatAnnouncesTooMuchIsTold();
+    void fileThatCrashesTheKernelIsTold();
+    void placesFarOutOfAnyWorkshopAreTold();
     void bladeOfTheExample();
 };
 
@@ -245,6 +249,34 @@ void TestOpenShapeFile::scaleOverridesTheDeclaredUnit()
     }
 }
 
+void TestOpenShapeFile::fileWithoutAUnitNeedsAScale()
+{
+    WriteStep(MakeQuarter(), "whole.step");
+    QByteArray step = ReadBytes("whole.step");
+    // The unit stays in the file, and is the shapes' no more.
+    const qsizetype unit = step.indexOf('#', step.indexOf("GLOBAL_UNIT_ASSIGNED_CONTEXT"));
+    WriteBytes("none.step", step.remove(unit, step.indexOf(',', unit) + 1 - unit));
+    QCOMPARE(GetFault("none.step"), "none.step: the file declares no unit of length, so it needs a scale");
+    const auto surface = ZETOpenShapeFile("none.step", 25.4).GetSingleFace();
+    QVERIFY(IsNear(surface->Project({12.0 * 254.0, 16.0 * 254.0, 50.0}).GetPoint(), {6.0 * 254.0, 8.0 * 254.0, 50.0}));
+}
+
+void TestOpenShapeFile::shapesInSeveralUnitsHaveNoOneScale()
+{
+    gp_Trsf aside;
+    aside.SetTranslation(gp_Vec(500.0, 0.0, 0.0));
+    const TopoDS_Shape box = BRepPrimAPI_MakeBox(100.0, 200.0, 300.0).Solid();
+    WriteStep(MakeCompound({box, box.Moved(aside)}), "twins.step");
+    QByteArray step = ReadBytes("twins.step");
+    const qsizetype last = step.lastIndexOf("SI_UNIT(.MILLI.,.METRE.)");
+    QVERIFY(last > step.indexOf("SI_UNIT(.MILLI.,.METRE.)"));
+    WriteBytes("several.step", step.replace(last, 24, "SI_UNIT(.CENTI.,.METRE.)"));
+    QCOMPARE(GetFault("twins.step", 25.4), QString());
+    QCOMPARE(GetFault("several.step"), QString());
+    QCOMPARE(GetFault("several.step", 25.4),
+             "several.step: the file has shapes in several units, so it can't have one scale");
+}
+
 void TestOpenShapeFile::reversedFaceKeepsItsNormal_data()
 {
     // Without IGES, where a trimmed surface has no orientation of its own.
@@ -324,6 +356,17 @@ void TestOpenShapeFile::nameOfABodyStandsForItsFaces()
         fault = exception.GetMessage();
     }
     QCOMPARE(fault, QString("box.step: \"%1\" stands for 6 faces").arg(product));
+    // Two bodies of one name stand for the faces of both.
+    const TopoDS_Shape first = BRepPrimAPI_MakeBox(10.0, 20.0, 30.0).Solid();
+    const TopoDS_Shape second = BRepPrimAPI_MakeBox(gp_Pnt(50.0, 0.0, 0.0), 10.0, 20.0, 30.0).Solid();
+    QVERIFY(TestShapes::WriteNamedStep(MakeCompound({first, second}), "two.step", {{first, "Part"}, {second, "Part"}}));
+    try {
+        ZETOpenShapeFile("two.step").GetFace(QString("Part"));
+    } catch (const ZETSysException& exception) {
+        fault = exception.GetMessage();
+    }
+    QCOMPARE(fault, QString("two.step: \"Part\" stands for 12 faces"));
+
     WriteStep(MakeQuarter(), "quarter.step");
     const ZETOpenShapeFile quarter("quarter.step");
     QCOMPARE(quarter.GetFace(quarter.GetFaceNames().first()), quarter.GetFace(0));
@@ -659,6 +702,36 @@ void TestOpenShapeFile::brepThatAnnouncesTooMuchIsTold()
         WriteBytes("many.brep", changed.replace(QByteArray(count) + "99999", QByteArray(count) + "99999999"));
         QVERIFY(GetFault("many.brep").contains("99999999 is too large"));
     }
+}
+
+void TestOpenShapeFile::fileThatCrashesTheKernelIsTold()
+{
+    // The first curve, a straight line, becomes one that is trimmed of another; and there is no other.
+    WriteBrep(MakeQuarter(), "whole.brep");
+    QByteArray brep = ReadBytes("whole.brep");
+    const qsizetype first = brep.indexOf("\n1 ", brep.indexOf("\nCurves "));
+    QVERIFY(first > 0);
+    WriteBytes("crash.brep", brep.replace(first, 3, "\n8 "));
+    QCOMPARE(GetFault("crash.brep"), "crash.brep: the CAD kernel crashes on it, so it is likely damaged");
+}
+
+void TestOpenShapeFile::placesFarOutOfAnyWorkshopAreTold()
+{
+    const auto getFault = [](const char* path, double scale) {
+        try {
+            ZETOpenShapeFile(path, scale).GetSingleFace();
+        } catch (const ZETSysException& exception) {
+            return exception.GetMessage();
+        }
+        return QString();
+    };
+    WriteBrep(MakePlate(), "far.brep");
+    QCOMPARE(getFault("far.brep", 99e3), QString());
+    QCOMPARE(getFault("far.brep", 101e3), "far.brep: a coordinate of 1.01e+07 mm is too large, at most 10 km are read");
+    WriteBrep(BRepBuilderAPI_MakeEdge(gp_Pnt(0.0, 0.0, 0.0), gp_Pnt(0.0, 0.0, 12345678.5)), "edge.brep");
+    const ZETOpenShapeFile edge("edge.brep");
+    const ZETOpenShapeFile plate("far.brep");
+    QVERIFY_EXCEPTION_THROWN(edge.GetEdge(0, plate.GetSingleFace()), ZETSysException);
 }
 
 void TestOpenShapeFile::bladeOfTheExample()
