@@ -80,7 +80,9 @@ bool ZETLaserProcesses::WriteLaserData()
     // Meant: no guard puts the locale back, so that an exception leaves the C locale in force, and what the application
     // had set as its default doesn't come back either.
     QLocale::setDefault(QLocale(QLocale::C));
+    d->unwrittenFiles.clear();
     const bool result = writer->Write();
+    d->unwrittenFiles = writer->GetFaults();
     QLocale::setDefault(QLocale::system());
     return result;
 }
@@ -101,4 +103,9 @@ void ZETLaserProcesses::EraseLaserData()
 ZETLaserProcesses::VisObjects ZETLaserProcesses::GetRenderVisObjects()
 {
     return d->renderer ? d->renderer->GetVisObjects() : VisObjects();
+}
+
+QMap<QString, QString> ZETLaserProcesses::GetUnwrittenFiles() const
+{
+    return d->unwrittenFiles;
 }

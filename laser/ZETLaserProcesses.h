@@ -8,6 +8,7 @@
 #include <QMap>
 #include <QObject>
 #include <QPointer>
+#include <QString>
 
 #include <memory>
 
@@ -74,6 +75,9 @@ public:
     Statistics GetStatistics(const ZETMathAxis& axis) const;
     /*! The tree from its root, as plain values (laser/ZETLaserOutline.h): what a written file is compared with. */
     ZETLaserOutline::Group GetOutline() const;
+    /*! Files that the last WriteLaserData couldn't open or write whole, by the name under which it opened them, with
+     *  what the system said. WriteLaserData itself doesn't look at that. */
+    QMap<QString, QString> GetUnwrittenFiles() const;
 
 private:
     std::unique_ptr<ZETLaserProcessesPrivate> d;

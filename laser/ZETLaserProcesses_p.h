@@ -3,7 +3,9 @@
 #include "laser/ZETLaserProcesses.h"
 
 #include <QList>
+#include <QMap>
 #include <QSharedPointer>
+#include <QString>
 
 class ZETLaserGroup;
 class ZETLaserReader;
@@ -22,4 +24,5 @@ public:
     QSharedPointer<ZETLaserRenderer> renderer; //!< null until the first display
     QSharedPointer<ZETLaserGroup> root;        //!< the tree, shared with reader, renderer and the current writer
     QList<ZETMatMaterial*> materials;          //!< of all reads; the reader fills it, the DXF writer reads it
+    QMap<QString, QString> unwrittenFiles;     //!< of the last writing
 };

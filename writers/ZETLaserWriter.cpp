@@ -217,7 +217,7 @@ void ZETLaserWriter::WriteCalibrationFile(const TargetTexts& texts, const WriteT
         return;
 
     const QString fileName = GetFileNameWithTail(3, u"cal");
-    QFile calibrationFile(fileName);
+    ZETLaserOutputFile calibrationFile(faults, fileName);
     calibrationFile.open(fileMode);
     ZETLaserTextStream calibration(&calibrationFile);
     const auto counts = WalkTargets(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "laser/ZETLaserPoint.h"
+#include "writers/ZETLaserOutputFile.h"
 #include "writers/ZETLaserTextStream.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
@@ -9,7 +10,6 @@
 #include <ZETSystem/ZETSysMessageQueue.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QList>
 #include <QSharedPointer>
 #include <QString>
@@ -52,6 +52,9 @@ public:
      * message queue and in the report. */
     virtual bool Write() = 0;
 
+    /*! Files that couldn't be opened or written whole; complete behind Write(). */
+    const ZETLaserOutputFile::Faults& GetFaults() const { return faults; }
+
 protected:
     ZETLaserWriter(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot);
     /*! Closes what is still open; what was written until then is in the files. */
@@ -61,7 +64,8 @@ protected:
     /*! How all files of a job are opened. */
     static constexpr QIODevice::OpenMode fileMode = QIODevice::WriteOnly | QIODevice::Text;
 
-    // Files. Whether a file could be opened isn't looked at: a stream on a closed file writes nothing.
+    // Files. Whether a file could be opened isn't looked at: a stream on a closed file writes nothing. GetFaults()
+    // tells it afterwards.
 
     /*! Opens the part file under the name of the options, and the report. Always true. */
     bool OpenFiles();
@@ -175,9 +179,10 @@ protected:
 
     ZETLaserOptions* options;
     QSharedPointer<ZETLaserGroup> root;
-    QFile file;
+    ZETLaserOutputFile::Faults faults;
+    ZETLaserOutputFile file{faults};
     ZETLaserTextStream stream; //!< on file
-    QFile reportFile;
+    ZETLaserOutputFile reportFile{faults};
     QTextStream reportStream; //!< on reportFile
     double unitScale = 1.0;   //!< from millimetres to output units
     int plyCount = 0;         //!< plies written

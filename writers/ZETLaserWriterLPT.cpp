@@ -230,7 +230,7 @@ void ZETLaserWriterLPT::WriteTargets()
         options->GetUseSpecificPathForLaserFile() ? options->GetTargetFilePath() : partFile.absolutePath();
     const QString name = u"Tool-"_s + partFile.fileName();
     const QString path = folder + QDir::separator() + name;
-    QFile toolFile(path);
+    ZETLaserOutputFile toolFile(faults, path);
     toolFile.open(fileMode);
     QXmlStreamWriter tool;
     BeginDocument(tool, toolFile);

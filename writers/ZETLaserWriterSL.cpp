@@ -174,7 +174,7 @@ void ZETLaserWriterSL::WriteTargets()
 
     // Meant: two characters make room for three, because only those of "sl" stand behind the dot.
     const QString fileName = GetFileNameWithTail(2, u"cp1");
-    QFile targetsFile(fileName);
+    ZETLaserOutputFile targetsFile(faults, fileName);
     targetsFile.open(fileMode);
     ZETLaserTextStream out(&targetsFile);
 

@@ -102,6 +102,7 @@ private slots:
     void readingAgainGivesOneTreeAndKeepsMaterials();
     void readingNothingFails();
     void stepsOfAJobFollowEachOther();
+    void filesThatAreNotWrittenAreToldUntilTheNextWriting();
 
     void nothingIsDisplayedBeforeTheFirstDisplay();
     void treeIsDisplayedAndErased();
@@ -394,6 +395,21 @@ void TestLaserProcesses::stepsOfAJobFollowEachOther()
     QVERIFY(processes->ProcessLaserData());
     QVERIFY(processes->WriteLaserData());
     QVERIFY(QFile::exists(u"job.ply"_s));
+}
+
+void TestLaserProcesses::filesThatAreNotWrittenAreToldUntilTheNextWriting()
+{
+    Options options;
+    options.SetFileType(Options::FileVirtek);
+    const QSharedPointer<ZETLaserProcesses> processes = options.GetLaserProcesses();
+    QVERIFY(processes->GetUnwrittenFiles().isEmpty());
+    options.SetFileName(u"no such folder/job.ply"_s);
+    QVERIFY(processes->WriteLaserData());
+    QCOMPARE(processes->GetUnwrittenFiles().keys(),
+             (QStringList{u"no such folder/job.ply"_s, u"no such folder/job.ply-report.htm"_s}));
+    options.SetFileName(u"there.ply"_s);
+    QVERIFY(processes->WriteLaserData());
+    QVERIFY(processes->GetUnwrittenFiles().isEmpty());
 }
 
 void TestLaserProcesses::nothingIsDisplayedBeforeTheFirstDisplay()

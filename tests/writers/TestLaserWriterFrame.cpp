@@ -125,6 +125,7 @@ private slots:
     void partFileAndReportAreOpenedApart();
     void severalPartFilesInOneJob();
     void filesThatCannotBeOpenedStopNothing();
+    void filesThatAreNotWholeAreRemembered();
     void whatWasWrittenBeforeAnExceptionIsOnDisk();
     void textStreamsOfOthersMayShareThePartFile();
 
@@ -286,6 +287,26 @@ void TestLaserWriterFrame::filesThatCannotBeOpenedStopNothing()
     QVERIFY(job.Write<Probe>(u"no such folder/wing.ply"_s));
     QVERIFY(!QFileInfo::exists(u"no such folder"_s));
     QCOMPARE(ZETOpenMessageQueue::GetMessages().size(), 1); // it says "successfully" all the same
+}
+
+void TestLaserWriterFrame::filesThatAreNotWholeAreRemembered()
+{
+    TestJob job(u""_s);
+    job.GetOptions().SetFileName(u"whole.ply"_s);
+    Probe probe(job);
+    probe.Write();
+    QVERIFY(probe.GetFaults().isEmpty());
+    probe.OpenPartFile(u"no such folder/wing.ply"_s);
+    probe.ClosePartFile();
+    probe.OpenPartFile(u"/dev/full"_s); // opens, and takes nothing
+    for (int i = 0; i < 100000; ++i)
+        probe.stream.WriteLine(i); // more than any buffer, so that it is written in several pieces
+    probe.ClosePartFile();
+    probe.OpenPartFile(u"whole again.ply"_s);
+    probe.stream.WriteLine("data"_L1);
+    probe.CloseFiles();
+    QCOMPARE(probe.GetFaults().keys(), (QStringList{u"/dev/full"_s, u"no such folder/wing.ply"_s}));
+    QVERIFY(!probe.GetFaults().first().isEmpty());
 }
 
 void TestLaserWriterFrame::whatWasWrittenBeforeAnExceptionIsOnDisk()
