@@ -12,6 +12,7 @@
 #include <QList>
 
 #include <cstdio>
+#include <mutex>
 
 #include <unistd.h>
 
@@ -19,8 +20,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
+/*! Held while something is written, and for good behind the last message. */
+std::recursive_mutex& GetMutex()
+{
+    static auto* mutex = new std::recursive_mutex; // outlives the threads that wait for it
+    return *mutex;
+}
+
 void Write(std::FILE* stream, const QString& text)
 {
+    const std::lock_guard lock(GetMutex());
     const QByteArray bytes = text.toUtf8();
     std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
     std::fflush(stream);
@@ -94,6 +103,12 @@ void JobConsole::WriteMessage(const QString& severity, const QString& text)
     EndProgress();
     QString lines = text;
     Write(stderr, severity + u": "_s + lines.replace(u'\n', u"\n  "_s) + u'\n');
+}
+
+void JobConsole::WriteLastMessage(const QString& severity, const QString& text)
+{
+    GetMutex().lock();
+    WriteMessage(severity, text);
 }
 
 void JobConsole::ShowProgress(const QString& step)

@@ -25,6 +25,8 @@ void WriteWritten(const QStringList& files);
 QString DescribeSize(const ZETMathBoundingBox& box);
 /*! A message: "warning: text". Lines behind the first are indented. */
 void WriteMessage(const QString& severity, const QString& text);
+/*! A message of a thread that ends the program: whatever another thread has to say behind it makes that thread wait. */
+void WriteLastMessage(const QString& severity, const QString& text);
 /*! The step that begins, on a terminal; into a pipe or a file nothing is written. */
 void ShowProgress(const QString& step);
 /*! Takes the progress line away. */

@@ -186,6 +186,7 @@ void JobOutput::Write()
         place->CheckWritten();
         place->CheckPlaces();
     }
+    CheckWhole();
     if (partPlace->GetNames().isEmpty())
         throw JobError(JobExit::CannotWrite, Translate("can't write %1: no file came about").arg(fileName));
     if (options->GetFileType() == ZETLaserOptions::FileDXF)
@@ -218,14 +219,25 @@ void JobOutput::WriteFiles()
 void JobOutput::NameFinalToolFolder() const
 {
     for (const QString& name : partPlace->GetNames()) {
-        QFile file(partPlace->GetPath() + u'/' + name);
-        if (!name.endsWith(u"-report.htm"_s) || !file.open(QIODevice::ReadWrite))
+        if (!name.endsWith(u"-report.htm"_s))
             continue;
+        QFile file(partPlace->GetPath() + u'/' + name);
+        file.open(QIODevice::ReadWrite);
         const QByteArray report =
             file.readAll().replace(toolPlace->GetPath().toUtf8(), toolPlace->GetFinalPath(QString()).toUtf8());
-        file.resize(0);
-        file.write(report);
+        if (!file.resize(0) || file.write(report) != report.size() || !file.flush())
+            throw JobError(JobExit::CannotWrite, Translate("can't write %1: %2").arg(name, file.errorString()));
     }
+}
+
+/*! The library goes on where it can't write, so a fault that is over by now shows neither on the device nor in the
+ * files that are there. */
+void JobOutput::CheckWhole() const
+{
+    const QMap<QString, QString> faults = options->GetLaserProcesses()->GetUnwrittenFiles();
+    if (!faults.isEmpty())
+        throw JobError(JobExit::CannotWrite,
+                       Translate("can't write %1: %2").arg(QFileInfo(faults.firstKey()).fileName(), faults.first()));
 }
 
 /*! DXF is written as UTF-8 and names no code page, so readers of its old form show other letters. */

@@ -55,6 +55,7 @@ private:
     void Write();
     void WriteFiles();
     void NameFinalToolFolder() const;
+    void CheckWhole() const;
     void WarnOfLetters() const;
     void DescribeResult();
 

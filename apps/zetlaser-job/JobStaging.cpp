@@ -37,6 +37,9 @@ QRecursiveMutex& GetCommitMutex()
     return mutex;
 }
 
+/*! Set once files were moved; guarded by the mutex. */
+bool isCommitted = false;
+
 /*! The temporary folders that are in use; guarded by the mutex. */
 QStringList& GetOpenFolders()
 {
@@ -136,7 +139,9 @@ void CheckPlace(const QFileInfo& place)
 [[noreturn]] void EndBySignal(int number)
 {
     const QMutexLocker locker(&GetCommitMutex()); // never let go: nothing is moved any more
-    JobConsole::WriteMessage(Translate("error"), Translate("interrupted; earlier files are as they were"));
+    JobConsole::WriteLastMessage(Translate("error"),
+                                 isCommitted ? Translate("interrupted; the new files are in their places already")
+                                             : Translate("interrupted; earlier files are as they were"));
     for (const QString& open : std::as_const(GetOpenFolders())) {
         // The job may be making a file at this moment, so once isn't always enough.
         for (int attempt = 0; attempt < 5 && QFileInfo::exists(open); ++attempt)
@@ -166,9 +171,7 @@ JobStaging::JobStaging(const QString& inFolder)
     // One job at a time looks for leftovers and makes its folder, so that none takes a folder without a lock yet for
     // one that was left. A file system without locks has to do without.
     const Descriptor parent(folder, O_RDONLY | O_DIRECTORY);
-    if (parent.IsOpen())
-        flock(parent.Get(), LOCK_EX);
-    RemoveLeftovers();
+    RemoveLeftovers(parent.IsOpen() && flock(parent.Get(), LOCK_EX) == 0);
 
     const QMutexLocker locker(&GetCommitMutex());
     QByteArray pattern = QFile::encodeName(folder + u'/' + folderPrefix + u"XXXXXX"_s);
@@ -177,25 +180,35 @@ JobStaging::JobStaging(const QString& inFolder)
     path = QFile::decodeName(pattern);
     GetOpenFolders().append(path);
     lock = open(QFile::encodeName(path + u'/' + lockName).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
-    if (lock >= 0)
-        flock(lock, LOCK_EX | LOCK_NB);
+    if (lock < 0) {
+        const int error = errno;
+        Remove();
+        FailWriting(Translate("can't write into the folder %1: %2").arg(folder, GetReason(error)));
+    }
+    flock(lock, LOCK_EX | LOCK_NB);
 }
 
 JobStaging::~JobStaging()
 {
     const QMutexLocker locker(&GetCommitMutex());
-    QDir(path).removeRecursively();
-    GetOpenFolders().removeOne(path);
-    if (lock >= 0)
-        close(lock);
+    Remove();
+    close(lock);
 }
 
-void JobStaging::RemoveLeftovers() const
+void JobStaging::Remove() const
+{
+    QDir(path).removeRecursively();
+    GetOpenFolders().removeOne(path);
+}
+
+void JobStaging::RemoveLeftovers(bool isAlone) const
 {
     const QStringList names = QDir(folder).entryList({folderPrefix + u'*'}, QDir::Dirs | QDir::Hidden);
     for (const QString& name : names) {
         const QString leftover = folder + u'/' + name;
-        if (!IsLocked(leftover) && QFileInfo::exists(leftover + u'/' + lockName))
+        // One without a lock was left ahead of locking it or in the midst of its removal, unless another job is making
+        // it.
+        if (!IsLocked(leftover) && (isAlone || QFileInfo::exists(leftover + u'/' + lockName)))
             QDir(leftover).removeRecursively();
     }
 }
@@ -248,14 +261,25 @@ void JobStaging::CheckPlaces() const
     }
 }
 
-void JobStaging::KeepPrevious(const QString& name) const
+int JobStaging::KeepPrevious(const QString& name) const
 {
     // A second name for the old file, so that its place is never empty.
-    QDir(path).mkdir(previousFolder);
+    const QString kept = path + u'/' + previousFolder;
+    if (mkdir(QFile::encodeName(kept).constData(), 0700) != 0 && errno != EEXIST)
+        return errno;
+    const QString previous = kept + u'/' + name;
     const QByteArray from = QFile::encodeName(GetFinalPath(name));
-    const QByteArray to = QFile::encodeName(path + u'/' + previousFolder + u'/' + name);
-    if (link(from.constData(), to.constData()) != 0 && errno != ENOENT)
-        QFile::copy(GetFinalPath(name), QFile::decodeName(to)); // a file system without second names
+    if (link(from.constData(), QFile::encodeName(previous).constData()) == 0 || errno == ENOENT)
+        return 0;
+    return QFile::copy(GetFinalPath(name), previous) ? 0 : EIO; // a file system without second names
+}
+
+int JobStaging::MoveOver(const QString& name) const
+{
+    if (const int error = KeepPrevious(name))
+        return error;
+    const QByteArray from = QFile::encodeName(path + u'/' + name);
+    return std::rename(from.constData(), QFile::encodeName(GetFinalPath(name)).constData()) == 0 ? 0 : errno;
 }
 
 bool JobStaging::RestorePrevious(const QString& name) const
@@ -279,18 +303,19 @@ QStringList JobStaging::Commit(const QList<const JobStaging*>& places)
     for (const JobStaging* place : places) {
         for (const QString& name : place->GetNames()) {
             const QString finalPath = place->GetFinalPath(name);
-            place->KeepPrevious(name);
-            const QByteArray from = QFile::encodeName(place->path + u'/' + name);
-            if (std::rename(from.constData(), QFile::encodeName(finalPath).constData()) != 0) {
-                const int error = errno;
-                for (const Moved& done : std::as_const(moved))
-                    done.place->RestorePrevious(done.name);
-                FailWriting(Translate("can't write %1: %2").arg(finalPath, GetReason(error)));
+            if (const int error = place->MoveOver(name)) {
+                QString text = Translate("can't write %1: %2").arg(finalPath, GetReason(error));
+                for (const Moved& done : std::as_const(moved)) {
+                    if (!done.place->RestorePrevious(done.name))
+                        text += Translate("; %1 is new and can't be put back").arg(done.place->GetFinalPath(done.name));
+                }
+                FailWriting(text);
             }
             moved.append({place, name});
             finalPaths.append(finalPath);
         }
     }
+    isCommitted = true;
     return finalPaths;
 }
 

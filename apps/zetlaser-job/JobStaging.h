@@ -40,7 +40,8 @@ public:
     void CheckPlaces() const;
 
     /*! Moves the files of all \a places over, or none: where one can't be moved, those moved before it are taken back.
-     *  Interruptions wait until it is done. Returns the final paths. */
+     *  The error names those for which that failed, too. Interruptions wait until it is done. Returns the final paths.
+     */
     static QStringList Commit(const QList<const JobStaging*>& places);
 
     /*! While one lives, interruptions wait: for several calls of Commit that belong together. */
@@ -58,8 +59,12 @@ public:
 
 private:
     Q_DISABLE_COPY_MOVE(JobStaging)
-    void RemoveLeftovers() const;
-    void KeepPrevious(const QString& name) const;
+    /*! \a isAlone: no other job is making its folder. */
+    void RemoveLeftovers(bool isAlone) const;
+    void Remove() const;
+    // 0, or the error.
+    int KeepPrevious(const QString& name) const;
+    int MoveOver(const QString& name) const;
     bool RestorePrevious(const QString& name) const;
 
     QString folder;

@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 """Tests of the built zetlaser-job, as its users call it: test_zetlaser_job.py PROGRAM SOURCE_DIR HOST_APPLICATION [unittest arguments]"""
 
-import ctypes
 import difflib
 import json
 import os
@@ -16,7 +15,7 @@ import sys
 import time
 
 import json_schema
-from tool_test import BLADE, PANEL, PROGRAM, SOURCE, ToolTest, main
+from tool_test import BLADE, PANEL, PROGRAM, SOURCE, ToolTest, main, obey_permissions
 
 HOST_APPLICATION = pathlib.Path(sys.argv[3])
 GOLDEN = SOURCE / "tests" / "golden" / "job"
@@ -363,15 +362,6 @@ class Atomicity(ToolTest):
         self.expect(self.job(output="/proc/self/panel.ply"), 4, "error: can't write into the folder /proc/")
 
     def test_no_permission_is_told(self):
-        def obey_permissions():
-            if os.getuid() != 0:
-                return
-            # Root obeys the permissions of files as soon as a new program starts without these capabilities.
-            drop_from_bounding_set, dac_override, dac_read_search = 24, 1, 2
-            libc = ctypes.CDLL(None, use_errno=True)
-            for capability in (dac_override, dac_read_search):
-                if libc.prctl(drop_from_bounding_set, capability, 0, 0, 0) != 0:
-                    raise OSError(ctypes.get_errno(), "prctl")
         closed = self.folder / "closed"
         closed.mkdir()
         closed.chmod(0o555)
