@@ -108,7 +108,7 @@ int WriteProbe(const QString& file)
 {
     int error = 0;
     {
-        const Descriptor probe(file, O_WRONLY | O_CREAT | O_EXCL);
+        const Descriptor probe(file, O_WRONLY | O_CREAT | O_TRUNC);
         if (!probe.IsOpen())
             return errno;
         const QByteArray content(probeSize, '\0');

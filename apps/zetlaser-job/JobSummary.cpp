@@ -16,7 +16,6 @@
 #include <QColor>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -213,10 +212,7 @@ void JobSummary::Write(const JobInputs& inputs, const JobSettings& settings, con
         {u"plies"_s, MakeArray(thinning.GetPlies(), [](const auto& ply) { return ToJson(ply); })},
         {u"files"_s, files}};
 
-    QFile file(place.GetPath() + u'/' + name);
-    file.open(QIODevice::WriteOnly); // what can't be written is found out with the other files of the place
-    file.write(QJsonDocument(summary).toJson());
-    file.close();
+    place.WriteFile(name, QJsonDocument(summary).toJson());
     place.CheckWritten();
     place.CheckPlaces();
 }

@@ -216,7 +216,7 @@ class Places(FaultTest):
         for path in self.new:
             path.unlink()
         layup = self.write("own.json", PANEL.read_bytes())
-        self.make_reference(layup, *VIRTEK[1:])
+        self.make_reference(layup, *VIRTEK[1:5])
         process = self.start_stopped("write", 1)
         layup.unlink()
         self.expect(self.go_on(process), 0)
