@@ -86,6 +86,10 @@ class RoundTrip(ConvertTest):
                 self.assertLess(min(math.dist(corner, point) for point in points), 2e-6)
         for x, y, z in points:
             self.assertLess(abs(math.hypot(y, z + 800) - 800), 2e-6)
+        # A projector draws straight lines, and an arc has to stay one.
+        self.assertEqual(points[0], points[-1])
+        for (_, y0, z0), (_, y1, z1) in zip(points, points[1:]):
+            self.assertLess(800 - math.hypot((y0 + y1) / 2, (z0 + z1) / 2 + 800), 0.05)
 
     def test_the_tool_is_what_the_script_makes(self):
         subprocess.run([sys.executable, SOURCE / "scripts" / "make-cover-tool.py", self.folder / "made.step"], check=True)
@@ -244,24 +248,32 @@ class Faults(ConvertTest):
                     '2: boundary: expected the name of an edge or wire of nameless.step, found "Base"; the file has none with a name',
                     tool="nameless.step")
 
-    def test_a_boundary_that_encloses_nothing_is_told_with_its_line(self):
-        def add_way_there_and_back(step, name, x0, angle0, x1, _):
-            ends = [maker.on_tool(x0, angle0), maker.on_tool(x1, angle0)]
-            sides = [step.trimmed("", step.line(*way), 0.0, float(x1 - x0)) for way in (ends, ends[::-1])]
-            segments = maker.join(step.add(f"COMPOSITE_CURVE_SEGMENT(.CONTINUOUS.,.T.,{side})") for side in sides)
-            return step.add(f"COMPOSITE_CURVE('{name}',{segments},.F.)")
-
+    def write_tool_with_strip(self, *corners):
+        """The tool of the example, whose boundary "Strip" goes straight from corner to corner."""
         loader = importlib.machinery.SourceFileLoader("maker", str(SOURCE / "scripts" / "make-cover-tool.py"))
         maker = types.ModuleType(loader.name)
         maker.__file__ = loader.path
         loader.exec_module(maker)
         add_boundary = maker.add_boundary
-        maker.add_boundary = lambda step, name, *corners: (
-            add_way_there_and_back if name == "Strip" else add_boundary)(step, name, *corners)
+
+        def add_polygon(step, name, *_):
+            points = [maker.on_tool(*corner) for corner in corners]
+            sides = [step.trimmed("", step.line(*side), 0.0, math.dist(*side)) for side in zip(points, points[1:] + points[:1])]
+            segments = maker.join(step.add(f"COMPOSITE_CURVE_SEGMENT(.CONTINUOUS.,.T.,{side})") for side in sides)
+            return step.add(f"COMPOSITE_CURVE('{name}',{segments},.F.)")
+
+        maker.add_boundary = lambda step, name, *more: (add_polygon if name == "Strip" else add_boundary)(step, name, *more)
         self.write("cover.step", maker.make())
-        result = self.convert(self.rows("A,S1,P1,Glass,0,Base", "A,S1,P2,Glass,0,Strip"))
-        self.expect(result, 3)
-        self.assertRegex(result.stderr, r"\Aerror: p\.csv:3: boundary: .+\n\Z")
+
+    def test_boundaries_that_are_none_on_the_tool_are_told_with_their_lines(self):
+        for corners, fault in (
+                (((-280, -4), (280, -4)), "expected a boundary with an area, found one that encloses none"),
+                # The middle of a chord of 8 degrees is 800 * (1 - cos(4 degrees)) away.
+                (((-280, -4), (280, -4), (280, 4), (-280, 4)),
+                 'expected a curve at most 1 mm from the surface "Tool", found one at 1.94876 mm')):
+            with self.subTest(fault=fault):
+                self.write_tool_with_strip(*corners)
+                self.faults(self.rows("A,S1,P1,Glass,0,Base", "A,S1,P2,Glass,0,Strip"), f"3: boundary: {fault}")
 
     def test_a_list_of_random_bytes_gives_clear_lines(self):
         source = random.Random(11)
