@@ -196,6 +196,8 @@ JobCommand MakeCheckCommand()
             "share no code with the writers."),
         .arguments = {{.placeholder = u"FILE"_s, .noun = Translate("part file"), .count = JobArgument::OneOrMore}},
         .options = MakeOptions(),
+        .examples = {{u"panel.ply"_s, Translate("Tells what panel.ply and its calibration file panel.cal hold.")},
+                     {u"panel.ply --json"_s, Translate("Tells it to a script.")}},
         .exitCodes = {{u"0"_s, Translate("nothing was found")},
                       {u"1"_s, Translate("something was found")},
                       {u"2"_s, Translate("a file can't be read, or the command line is wrong")}},

@@ -139,6 +139,8 @@ JobCommand MakeConvertCommand()
         .options = MakeOptions(),
         .notes = Translate("The layup file has no targets and projectors, and no thickness of materials: a list tells "
                            "none. They are written into it by hand."),
+        .examples = {{u"plies.csv --tool cover.step --output cover.layup.json"_s,
+                      Translate("Makes a layup file of the plies in plies.csv, on the face of cover.step.")}},
         .exitCodes = {{u"0"_s, Translate("the layup file is written")},
                       {u"2"_s, Translate("the command line is wrong")},
                       {u"3"_s, Translate("the ply list or the tool file is wrong or can't be read")},

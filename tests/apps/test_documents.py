@@ -14,7 +14,9 @@ import subprocess
 import time
 import unittest
 
-from tool_test import PANEL, ToolTest, main
+from tool_test import PANEL, SOURCE, ToolTest, main
+
+COVER = SOURCE / "examples" / "cover"
 
 
 def needs(program, package):
@@ -106,14 +108,15 @@ class Manual(DocumentTest):
         self.assertEqual(self.tell("--man"), page)
 
     def test_the_examples_work(self):
-        shutil.copy(PANEL, self.folder)
+        for file in (PANEL, COVER / "plies.csv", COVER / "cover.step"):
+            shutil.copy(file, self.folder)
         self.write("virtek.json", {"type": "virtek", "output": "panel.ply"})
         for example in self.examples():
             with self.subTest(example=example):
                 result = self.run_tool(*shlex.split(example)[1:])
                 self.expect(result, 0)
                 self.assertNotEqual(result.stdout, "")
-                for name in re.findall(r"[\w-]+\.(?:ply|cal|lap|htm|html|png|svg)\b", example):
+                for name in re.findall(r"[\w-]+\.(?:ply|lap|layup\.json)\b", example):
                     self.assertTrue((self.folder / name).exists(), name)
 
 
