@@ -3,12 +3,12 @@
 #include "display/ZETLaserRenderer.h"
 #include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
+#include "laser/ZETLaserMessages.h"
 #include "laser/ZETLaserProcesses_p.h"
 #include "reader/ZETLaserReaderComposites.h"
 #include "writers/ZETLaserWriter.h"
 
 #include <ZETFeature/ZETFeatObject.h>
-#include <ZETSystem/ZETSysMessageQueue.h>
 #include <ZETVisualization/ZETVisVirtualObject.h>
 
 #include <QLocale>
@@ -21,8 +21,7 @@ constexpr double unlimitedLength = 10000000.0;
 
 void AddNote(const QString& text)
 {
-    if (ZETSysMessageQueue* queue = ZETSysMessageQueue::GetMessageQueue())
-        queue->AddMessage(text, ZETSysMessageQueue::TypeNote);
+    ZETLaserMessages::Add(text, ZETSysMessageQueue::TypeNote);
 }
 
 /*! The LAP format has one level of layers: exactly one of the two nest flags must be on. */

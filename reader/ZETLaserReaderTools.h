@@ -4,9 +4,9 @@
 
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
+#include "laser/ZETLaserMessages.h"
 
 #include <ZETFeature/ZETFeatObject.h>
-#include <ZETSystem/ZETSysMessageQueue.h>
 #include <ZETTopology/ZETTopBody.h>
 
 #include <QList>
@@ -20,8 +20,7 @@ namespace ZETLaserReaderTools
 /*! Tells the user of a fault of the model, if somebody listens. */
 inline void AddWarning(const QString& text)
 {
-    if (ZETSysMessageQueue* const queue = ZETSysMessageQueue::GetMessageQueue())
-        queue->AddMessage(text, ZETSysMessageQueue::TypeWarning);
+    ZETLaserMessages::Add(text, ZETSysMessageQueue::TypeWarning);
 }
 
 /*! A new curve of that name, at the end of \a contour. */

@@ -7,6 +7,7 @@
 #include "laser/ZETLaserChildren.h"
 #include "laser/ZETLaserEntityProperties.h"
 #include "laser/ZETLaserGroup.h"
+#include "laser/ZETLaserMessages.h"
 #include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserParameterEntity.h"
 #include "laser/ZETLaserTextEntity.h"
@@ -86,15 +87,13 @@ bool ZETLaserWriter::CloseFiles()
 
 void ZETLaserWriter::AddWrittenMessage(const QString& makeName, ZETSysMessageQueue::Type type)
 {
-    if (auto* queue = ZETSysMessageQueue::GetMessageQueue())
-        queue->AddMessage(
-            tr("%1 data have been successfully written to file:\n %2").arg(makeName).arg(options->GetFileName()), type);
+    ZETLaserMessages::Add(
+        tr("%1 data have been successfully written to file:\n %2").arg(makeName).arg(options->GetFileName()), type);
 }
 
 void ZETLaserWriter::AddUnsupportedMessage(const QString& text, int type)
 {
-    if (auto* queue = ZETSysMessageQueue::GetMessageQueue())
-        queue->AddMessage(text.arg(ZETLaserParameter::GetParameterTypeString(ZETLaserParameter::ParameterType(type))),
+    ZETLaserMessages::Add(text.arg(ZETLaserParameter::GetParameterTypeString(ZETLaserParameter::ParameterType(type))),
                           ZETSysMessageQueue::TypeProblem);
 }
 

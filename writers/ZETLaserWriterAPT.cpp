@@ -1,6 +1,7 @@
 #include "writers/ZETLaserWriterAPT.h"
 
 #include "laser/ZETLaserGroup.h"
+#include "laser/ZETLaserMessages.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -8,8 +9,7 @@ bool ZETLaserWriterAPTBase::WriteStub(const QString& notSupportedText, QLatin1St
 {
     OpenFiles();
     WriteReportHeader();
-    if (auto* queue = ZETSysMessageQueue::GetMessageQueue())
-        queue->AddMessage(notSupportedText, ZETSysMessageQueue::TypeProblem);
+    ZETLaserMessages::Add(notSupportedText, ZETSysMessageQueue::TypeProblem);
     stream.WriteLine("LAYER START myData"_L1);
     stream.WriteLine(dataLine);
     stream.WriteLine("Baser laser Group Name "_L1, root->GetName()); // meant: "Baser" is how the line reads

@@ -10,6 +10,7 @@
 #include "laser/ZETLaserDXFOutputSettings.h"
 #include "laser/ZETLaserEntityProperties.h"
 #include "laser/ZETLaserGroup.h"
+#include "laser/ZETLaserMessages.h"
 #include "laser/ZETLaserOptions.h"
 #include "laser/ZETLaserPoint.h"
 #include "writers/ZETLaserTreeWalk.h"
@@ -46,12 +47,6 @@ constexpr int unitsMillimetres = 4;
 constexpr int rosetteLayer = 4; //!< whatever the settings say
 
 using CreatedFile = std::pair<QString, std::pair<QString, ZETMatDefinition>>;
-
-void AddMessage(const QString& text, ZETSysMessageQueue::Type type)
-{
-    if (auto* queue = ZETSysMessageQueue::GetMessageQueue())
-        queue->AddMessage(text, type);
-}
 
 QString MakeSafe(const QString& name)
 {
@@ -90,7 +85,7 @@ bool ZETLaserWriterDXF::Write()
 
 void ZETLaserWriterDXF::WriteLaserFile()
 {
-    AddMessage(
+    ZETLaserMessages::Add(
         tr("%1 ply geometry have been successfully written to file:\n %2").arg(u"DXF"_s).arg(options->GetFileName()),
         ZETSysMessageQueue::TypeNote);
     is3D = true;
@@ -102,7 +97,7 @@ void ZETLaserWriterDXF::WriteLaserFile()
 
 void ZETLaserWriterDXF::WriteNestingFiles()
 {
-    AddMessage(
+    ZETLaserMessages::Add(
         tr("%1 nesting data have been successfully written to file:\n %2").arg(u"DXF"_s).arg(options->GetFileName()),
         ZETSysMessageQueue::TypeNote);
     switch (options->GetDXFFileMode()) {
@@ -131,7 +126,7 @@ void ZETLaserWriterDXF::WritePartFile()
 
 void ZETLaserWriterDXF::WriteMaterialFiles()
 {
-    AddMessage(tr("There are %1 materials").arg(materials->size()), ZETSysMessageQueue::TypeNote);
+    ZETLaserMessages::Add(tr("There are %1 materials").arg(materials->size()), ZETSysMessageQueue::TypeNote);
     // A material that no ply uses has a file, too.
     for (auto* material : std::as_const(*materials)) {
         if (material)
@@ -155,7 +150,7 @@ void ZETLaserWriterDXF::WriteMaterialFile(ZETMatMaterial* material)
 
 void ZETLaserWriterDXF::WritePlyFiles()
 {
-    AddMessage(tr("There are %1 plies").arg(plies.size()), ZETSysMessageQueue::TypeNote);
+    ZETLaserMessages::Add(tr("There are %1 plies").arg(plies.size()), ZETSysMessageQueue::TypeNote);
     for (auto* entry : std::as_const(plies))
         WritePlyFile(entry);
 }
@@ -313,7 +308,8 @@ void ZETLaserWriterDXF::AddNotUniqueMessages(const QString& name)
     // One message for each earlier file of that name. The job goes on, and writes a file of the same name again.
     for (const auto& created : options->GetCreatedFiles()) {
         if (created.first.compare(name, Qt::CaseInsensitive) == 0)
-            AddMessage(tr("Shape name %1 is not unique, fix your model").arg(name), ZETSysMessageQueue::TypeProblem);
+            ZETLaserMessages::Add(tr("Shape name %1 is not unique, fix your model").arg(name),
+                                  ZETSysMessageQueue::TypeProblem);
     }
 }
 
