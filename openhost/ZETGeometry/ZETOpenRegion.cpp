@@ -29,6 +29,11 @@ namespace
 constexpr double deflection = 0.01; // mm, with which a boundary becomes a polygon
 constexpr double angle = 0.05;      // rad
 
+QString GetTask()
+{
+    return QCoreApplication::translate("ZETOpenRegion", "the region within the boundaries can't be found");
+}
+
 /*! A closed boundary in the parameters of the surface. */
 struct Ring {
     std::vector<gp_Pnt2d> places;
@@ -149,7 +154,7 @@ bool ZETOpenRegionPrivate::ContainsPlace(const gp_Pnt2d& place) const
 ZETOpenRegion::ZETOpenRegion(const QList<const ZETGeoCurveOnSurface*>& boundaries)
     : d(std::make_unique<ZETOpenRegionPrivate>())
 {
-    CallKernel(QCoreApplication::translate("ZETOpenRegion", "the region within the boundaries can't be found"), [&] {
+    CallKernel(GetTask(), [&] {
         for (const ZETGeoCurveOnSurface* boundary : boundaries) {
             const ZETOpenChain* const chain = ZETOpenChain::Of(boundary);
             const auto* const surface = qobject_cast<const ZETOpenSurface*>(boundary->GetSurface());
@@ -176,7 +181,7 @@ bool ZETOpenRegion::Contains(const ZETGeoLocationOnSurface& location) const
 double ZETOpenRegion::GetArea() const
 {
     double area = 0.0;
-    CallKernel(QCoreApplication::translate("ZETOpenRegion", "the region within the boundaries can't be found"), [&] {
+    CallKernel(GetTask(), [&] {
         for (const Ring& ring : d->rings) {
             // One that lies within an odd number of others is a hole.
             bool isHole = false;

@@ -22,6 +22,7 @@
 #include <cmath>
 #include <map>
 #include <sstream>
+#include <type_traits>
 
 namespace
 {
@@ -76,18 +77,10 @@ Value Read(QDataStream& stream)
     stream >> value;
     if (!stream.device() || stream.status() != QDataStream::Ok)
         Fail(Text::tr("it ends too early"));
-    return value;
-}
-
-template <>
-double Read(QDataStream& stream)
-{
-    double value = 0.0;
-    stream >> value;
-    if (!stream.device() || stream.status() != QDataStream::Ok)
-        Fail(Text::tr("it ends too early"));
-    if (!std::isfinite(value))
-        Fail(Text::tr("a value isn't a number"));
+    if constexpr (std::is_floating_point_v<Value>) {
+        if (!std::isfinite(value))
+            Fail(Text::tr("a value isn't a number"));
+    }
     return value;
 }
 
@@ -195,6 +188,16 @@ TopoDS_Face UnpackFace(const std::string& bytes)
     if (shape.IsNull() || shape.ShapeType() != TopAbs_FACE)
         Fail(Text::tr("a surface isn't one"));
     return TopoDS::Face(shape);
+}
+
+/*! How many curves a packed set of curves announces: the set that is made of it doesn't tell. */
+int CountCurves(const std::string& bytes)
+{
+    std::istringstream in(bytes, std::ios::binary);
+    std::string head;
+    int count = 0;
+    in >> head >> count;
+    return count;
 }
 
 // ---- saving
@@ -472,17 +475,11 @@ ZETOpenRef<ZETOpenCurveOnSurface> Loader::LoadKernelCurve()
 
 ZETOpenCurveOnSurfacePrivate::Segments Loader::LoadSegments(const ZETOpenSurface& surface)
 {
-    std::istringstream packed(ReadBytes(stream), std::ios::binary);
+    const std::string bytes = ReadBytes(stream);
+    std::istringstream packed(bytes, std::ios::binary);
     BinTools_Curve2dSet curves;
     curves.Read(packed);
-    // The set doesn't tell how many curves it holds.
-    int curveCount = 0;
-    {
-        std::string head;
-        packed.clear();
-        packed.seekg(0);
-        packed >> head >> curveCount;
-    }
+    const int curveCount = CountCurves(bytes);
     ZETOpenCurveOnSurfacePrivate::Segments segments;
     const auto count = Read<quint32>(stream);
     if (count == 0)
@@ -633,22 +630,22 @@ ZETOpenRef<ZETOpenComboCurve> Loader::LoadEdge()
     return edge;
 }
 
-/*! Runs \a work with the tables of the innermost session, or with its own. */
+/*! Runs \a work with a saver that has the tables of the innermost session, or else its own. */
 template <typename Work>
-auto WithTables(Work&& work)
+void Save(QDataStream& stream, Work&& work)
 {
     ZETOpenShapeTables own;
-    return work(innermost ? *innermost : own);
+    Saver saver(stream, innermost ? *innermost : own);
+    CallKernel(Text::tr("the geometry can't be stored"), [&] { work(saver); });
 }
 
-QString GetLoadTask()
+/*! Runs \a work with a loader that has the tables of the innermost session, or else its own. */
+template <typename Work>
+auto Load(QDataStream& stream, Work&& work)
 {
-    return Text::tr("the stored geometry can't be read");
-}
-
-QString GetSaveTask()
-{
-    return Text::tr("the geometry can't be stored");
+    ZETOpenShapeTables own;
+    Loader loader(stream, innermost ? *innermost : own);
+    return CallKernel(Text::tr("the stored geometry can't be read"), [&] { return work(loader); });
 }
 } // namespace
 
@@ -666,55 +663,40 @@ ZETOpenShapeStore::Session::~Session()
 
 void ZETOpenShapeStore::SaveSurface(QDataStream& stream, const ZETOpenSurface* surface)
 {
-    WithTables([&](ZETOpenShapeTables& tables) {
-        CallKernel(GetSaveTask(), [&] { Saver(stream, tables).SaveSurface(surface); });
-    });
+    Save(stream, [&](Saver& saver) { saver.SaveSurface(surface); });
 }
 
 ZETOpenRef<ZETOpenSurface> ZETOpenShapeStore::LoadSurface(QDataStream& stream)
 {
-    return WithTables([&](ZETOpenShapeTables& tables) {
-        return CallKernel(GetLoadTask(), [&] { return Loader(stream, tables).LoadSurface(); });
-    });
+    return Load(stream, [&](Loader& loader) { return loader.LoadSurface(); });
 }
 
 void ZETOpenShapeStore::SaveCurve(QDataStream& stream, const ZETGeoCurveOnSurface* curve)
 {
-    WithTables([&](ZETOpenShapeTables& tables) {
-        CallKernel(GetSaveTask(), [&] { Saver(stream, tables).SaveCurve(curve); });
-    });
+    Save(stream, [&](Saver& saver) { saver.SaveCurve(curve); });
 }
 
 ZETOpenRef<ZETGeoCurveOnSurface> ZETOpenShapeStore::LoadCurve(QDataStream& stream)
 {
-    return WithTables([&](ZETOpenShapeTables& tables) {
-        return CallKernel(GetLoadTask(), [&] { return Loader(stream, tables).LoadCurve(); });
-    });
+    return Load(stream, [&](Loader& loader) { return loader.LoadCurve(); });
 }
 
 void ZETOpenShapeStore::SaveLocation(QDataStream& stream, const ZETGeoLocationOnSurface& location)
 {
-    WithTables([&](ZETOpenShapeTables& tables) {
-        CallKernel(GetSaveTask(), [&] { Saver(stream, tables).SaveLocation(location); });
-    });
+    Save(stream, [&](Saver& saver) { saver.SaveLocation(location); });
 }
 
 ZETGeoLocationOnSurface ZETOpenShapeStore::LoadLocation(QDataStream& stream, ZETOpenRef<ZETOpenSurface>& surface)
 {
-    return WithTables([&](ZETOpenShapeTables& tables) {
-        return CallKernel(GetLoadTask(), [&] { return Loader(stream, tables).LoadLocation(surface); });
-    });
+    return Load(stream, [&](Loader& loader) { return loader.LoadLocation(surface); });
 }
 
 void ZETOpenShapeStore::SaveBody(QDataStream& stream, const ZETTopBody* body)
 {
-    WithTables(
-        [&](ZETOpenShapeTables& tables) { CallKernel(GetSaveTask(), [&] { Saver(stream, tables).SaveBody(body); }); });
+    Save(stream, [&](Saver& saver) { saver.SaveBody(body); });
 }
 
 std::unique_ptr<ZETTopBody> ZETOpenShapeStore::LoadBody(QDataStream& stream)
 {
-    return WithTables([&](ZETOpenShapeTables& tables) {
-        return CallKernel(GetLoadTask(), [&] { return Loader(stream, tables).LoadBody(); });
-    });
+    return Load(stream, [&](Loader& loader) { return loader.LoadBody(); });
 }

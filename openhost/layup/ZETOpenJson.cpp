@@ -19,6 +19,11 @@ namespace
 constexpr qint64 largestFile = 1LL << 30;
 constexpr int longestQuote = 60;
 
+/*! The texts of this file, in one context. */
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(ZETOpenJson)
+};
+
 QString ToQt(const Json::Value& text)
 {
     const char* begin = nullptr;
@@ -89,8 +94,7 @@ SyntaxError TakeFirstError(const std::string& report)
     QString text = match.captured(3);
     if (text.endsWith(u'.'))
         text.chop(1);
-    return {match.captured(1).toInt(),
-            QCoreApplication::translate("ZETOpenJson", "no valid JSON: %1 (column %2)").arg(text, match.captured(2))};
+    return {match.captured(1).toInt(), Text::tr("no valid JSON: %1 (column %2)").arg(text, match.captured(2))};
 }
 } // namespace
 
@@ -150,27 +154,27 @@ void ZETOpenJsonValue::Fail(const QString& text) const
 
 void ZETOpenJsonValue::FailExpected(const QString& expected) const
 {
-    Fail(QCoreApplication::translate("ZETOpenJson", "expected %1, found %2").arg(expected, Describe()));
+    Fail(Text::tr("expected %1, found %2").arg(expected, Describe()));
 }
 
 QString ZETOpenJsonValue::Describe() const
 {
     switch (value->type()) {
     case Json::nullValue:
-        return QCoreApplication::translate("ZETOpenJson", "null");
+        return Text::tr("null");
     case Json::booleanValue:
         return value->asBool() ? u"true"_s : u"false"_s;
     case Json::stringValue:
-        return QCoreApplication::translate("ZETOpenJson", "the text %1").arg(Quote(ToQt(*value)));
+        return Text::tr("the text %1").arg(Quote(ToQt(*value)));
     case Json::arrayValue:
-        return QCoreApplication::translate("ZETOpenJson", "an array of %1").arg(value->size());
+        return Text::tr("an array of %1").arg(value->size());
     case Json::objectValue:
-        return QCoreApplication::translate("ZETOpenJson", "an object");
+        return Text::tr("an object");
     default: {
         // The number as it stands in the file: 1.0 and 1 are told apart, and nothing is rounded.
         const QByteArray source =
             document->bytes.mid(value->getOffsetStart(), value->getOffsetLimit() - value->getOffsetStart());
-        return QCoreApplication::translate("ZETOpenJson", "the number %1").arg(QString::fromUtf8(source));
+        return Text::tr("the number %1").arg(QString::fromUtf8(source));
     }
     }
 }
@@ -178,7 +182,7 @@ QString ZETOpenJsonValue::Describe() const
 void ZETOpenJsonValue::CheckKeys(const QStringList& known) const
 {
     if (!IsObject())
-        FailExpected(QCoreApplication::translate("ZETOpenJson", "an object"));
+        FailExpected(Text::tr("an object"));
     // The first one in the file is told, not the first one of the alphabet.
     const Json::Value* first = nullptr;
     QString firstKey;
@@ -192,11 +196,11 @@ void ZETOpenJsonValue::CheckKeys(const QStringList& known) const
     if (!first)
         return;
     const QString nearest = ZETOpenJsonDocument::GetNearest(firstKey, known);
-    QString text = QCoreApplication::translate("ZETOpenJson", "unknown key %1").arg(Quote(firstKey));
+    QString text = Text::tr("unknown key %1").arg(Quote(firstKey));
     if (!nearest.isEmpty())
-        text += QCoreApplication::translate("ZETOpenJson", ", did you mean \"%1\"?").arg(nearest);
+        text += Text::tr(", did you mean \"%1\"?").arg(nearest);
     else
-        text += QCoreApplication::translate("ZETOpenJson", ", expected one of: %1").arg(known.join(u", "_s));
+        text += Text::tr(", expected one of: %1").arg(known.join(u", "_s));
     throw ZETOpenJsonError(document->file, document->GetLineOfOffset(first->getOffsetStart()), path, text);
 }
 
@@ -216,11 +220,10 @@ std::optional<ZETOpenJsonValue> ZETOpenJsonValue::Find(const char* key) const
 ZETOpenJsonValue ZETOpenJsonValue::Get(const char* key, const QString& expected) const
 {
     if (!IsObject())
-        FailExpected(QCoreApplication::translate("ZETOpenJson", "an object"));
+        FailExpected(Text::tr("an object"));
     if (const auto found = Find(key))
         return *found;
-    Fail(QCoreApplication::translate("ZETOpenJson", "expected the key \"%1\" with %2, found none")
-             .arg(QString::fromUtf8(key), expected));
+    Fail(Text::tr("expected the key \"%1\" with %2, found none").arg(QString::fromUtf8(key), expected));
 }
 
 QStringList ZETOpenJsonValue::GetKeys() const
@@ -245,7 +248,7 @@ QList<ZETOpenJsonValue> ZETOpenJsonValue::GetElements(const QString& expected) c
 QString ZETOpenJsonValue::ToText(const QString& expected) const
 {
     if (!IsText())
-        FailExpected(expected.isEmpty() ? QCoreApplication::translate("ZETOpenJson", "a text") : expected);
+        FailExpected(expected.isEmpty() ? Text::tr("a text") : expected);
     return ToQt(*value);
 }
 
@@ -253,8 +256,7 @@ QString ZETOpenJsonValue::ToName(const QString& expected) const
 {
     const QString name = ToText(expected);
     if (name.isEmpty())
-        FailExpected(expected.isEmpty() ? QCoreApplication::translate("ZETOpenJson", "a text that isn't empty")
-                                        : expected);
+        FailExpected(expected.isEmpty() ? Text::tr("a text that isn't empty") : expected);
     return name;
 }
 
@@ -262,7 +264,7 @@ double ZETOpenJsonValue::ToNumber(const QString& expected) const
 {
     // The reader refuses what isn't a number; what is too large for a double is left to look at here.
     if (!IsNumber() || !std::isfinite(value->asDouble()))
-        FailExpected(expected.isEmpty() ? QCoreApplication::translate("ZETOpenJson", "a number") : expected);
+        FailExpected(expected.isEmpty() ? Text::tr("a number") : expected);
     return value->asDouble();
 }
 
@@ -285,13 +287,13 @@ int ZETOpenJsonValue::ToInteger(int minimum, int maximum, const QString& expecte
 bool ZETOpenJsonValue::ToBool() const
 {
     if (!value->isBool())
-        FailExpected(QCoreApplication::translate("ZETOpenJson", "true or false"));
+        FailExpected(Text::tr("true or false"));
     return value->asBool();
 }
 
 int ZETOpenJsonValue::ToChoice(const QStringList& choices) const
 {
-    const QString expected = QCoreApplication::translate("ZETOpenJson", "one of \"%1\"").arg(choices.join(u"\", \""_s));
+    const QString expected = Text::tr("one of \"%1\"").arg(choices.join(u"\", \""_s));
     const auto index = choices.indexOf(ToText(expected));
     if (index < 0)
         FailExpected(expected);
@@ -305,7 +307,7 @@ void ZETOpenJsonValue::ToNumbers(double* numbers, int count, const QString& expe
     for (int i = 0; i < count; ++i) {
         const Json::Value& element = (*value)[i];
         if (!element.isNumeric() || !std::isfinite(element.asDouble()))
-            GetElements(expected)[i].FailExpected(QCoreApplication::translate("ZETOpenJson", "a number"));
+            GetElements(expected)[i].FailExpected(Text::tr("a number"));
         numbers[i] = element.asDouble();
     }
 }
@@ -315,22 +317,17 @@ ZETOpenJsonDocument::ZETOpenJsonDocument(const QString& fromFile)
 {
     const QFileInfo info(file);
     if (!info.exists())
-        throw ZETOpenJsonError(file, 0, QString(), QCoreApplication::translate("ZETOpenJson", "no such file"));
+        throw ZETOpenJsonError(file, 0, QString(), Text::tr("no such file"));
     if (info.isDir())
-        throw ZETOpenJsonError(file, 0, QString(),
-                               QCoreApplication::translate("ZETOpenJson", "expected a file, found a folder"));
+        throw ZETOpenJsonError(file, 0, QString(), Text::tr("expected a file, found a folder"));
     QFile source(file);
     if (!source.open(QIODevice::ReadOnly))
-        throw ZETOpenJsonError(
-            file, 0, QString(),
-            QCoreApplication::translate("ZETOpenJson", "can't be read: %1").arg(source.errorString()));
+        throw ZETOpenJsonError(file, 0, QString(), Text::tr("can't be read: %1").arg(source.errorString()));
     bytes = source.read(largestFile + 1);
     if (source.error() != QFileDevice::NoError)
-        throw ZETOpenJsonError(
-            file, 0, QString(),
-            QCoreApplication::translate("ZETOpenJson", "can't be read: %1").arg(source.errorString()));
+        throw ZETOpenJsonError(file, 0, QString(), Text::tr("can't be read: %1").arg(source.errorString()));
     if (bytes.size() > largestFile)
-        throw ZETOpenJsonError(file, 0, QString(), QCoreApplication::translate("ZETOpenJson", "is larger than 1 GiB"));
+        throw ZETOpenJsonError(file, 0, QString(), Text::tr("is larger than 1 GiB"));
     Parse();
 }
 
@@ -361,8 +358,7 @@ void ZETOpenJsonDocument::Parse()
         isValid = reader->parse(bytes.constData(), bytes.constData() + bytes.size(), root.get(), &report);
     } catch (const Json::Exception&) {
         // The only one that a reader of texts throws: values inside values, deeper than the limit.
-        throw ZETOpenJsonError(file, 0, QString(),
-                               QCoreApplication::translate("ZETOpenJson", "no valid JSON: nested too deeply"));
+        throw ZETOpenJsonError(file, 0, QString(), Text::tr("no valid JSON: nested too deeply"));
     }
     if (isValid)
         return;
@@ -380,7 +376,7 @@ void ZETOpenJsonDocument::CheckEncoding() const
             end = bytes.size();
         const QString decoded = decoder.decode(QByteArrayView(bytes).sliced(begin, end - begin));
         if (decoder.hasError())
-            throw ZETOpenJsonError(file, line, QString(), QCoreApplication::translate("ZETOpenJson", "no valid UTF-8"));
+            throw ZETOpenJsonError(file, line, QString(), Text::tr("no valid UTF-8"));
         begin = end + 1;
     }
 }

@@ -128,6 +128,8 @@ private:
     void FinishConfigurations();
 
     // ---- Geometry ----
+    /*! Gives \a geometry a feature with \a body, and makes it known under \a name. */
+    void AddGeometry(const Value& object, const QString& name, Geometry geometry, std::unique_ptr<ZETTopBody> body);
     void ReadSurface(const Value& object);
     SurfaceRef MakeSurface(const Value& object);
     SurfaceRef MakeShapeSurface(const Value& object) const;

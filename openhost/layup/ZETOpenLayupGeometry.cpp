@@ -38,6 +38,15 @@ QString GetOnlyKey(const ZETOpenJsonValue& object, const QStringList& keys, cons
 }
 } // namespace
 
+void ZETOpenLayupBuilder::AddGeometry(const Value& object, const QString& name, Geometry geometry,
+                                      std::unique_ptr<ZETTopBody> body)
+{
+    geometry.feature = new ZETOpenGeometryFeature(model.root);
+    SetUp(*geometry.feature, object);
+    geometry.feature->SetBody(std::move(body));
+    Register(geometries, object, name, std::move(geometry), tr("surface, curve or point"));
+}
+
 void ZETOpenLayupBuilder::ReadSurface(const Value& object)
 {
     object.CheckKeys(KeysOf("surface"));
@@ -46,10 +55,8 @@ void ZETOpenLayupBuilder::ReadSurface(const Value& object)
     geometry.kind = Geometry::Surface;
     geometry.surface = MakeSurface(object);
     geometry.surface->SetName(name);
-    geometry.feature = new ZETOpenGeometryFeature(model.root);
-    SetUp(*geometry.feature, object);
-    geometry.feature->SetBody(ZETOpenBodyBuilder::MakeFace(geometry.surface));
-    Register(geometries, object, name, std::move(geometry), tr("surface, curve or point"));
+    auto body = ZETOpenBodyBuilder::MakeFace(geometry.surface);
+    AddGeometry(object, name, std::move(geometry), std::move(body));
 }
 
 ZETOpenLayupBuilder::SurfaceRef ZETOpenLayupBuilder::MakeSurface(const Value& object)
@@ -362,10 +369,8 @@ void ZETOpenLayupBuilder::ReadNamedCurve(const Value& object)
     Geometry geometry;
     geometry.kind = Geometry::CurveKind;
     geometry.curve = MakeCurve(object);
-    geometry.feature = new ZETOpenGeometryFeature(model.root);
-    SetUp(*geometry.feature, object);
-    geometry.feature->SetBody(MakeBody(object, geometry.curve));
-    Register(geometries, object, name, std::move(geometry), tr("surface, curve or point"));
+    auto body = MakeBody(object, geometry.curve);
+    AddGeometry(object, name, std::move(geometry), std::move(body));
 }
 
 std::unique_ptr<ZETTopBody> ZETOpenLayupBuilder::MakePointBody(const Value& object, ZETMathPoint& position,
@@ -388,8 +393,5 @@ void ZETOpenLayupBuilder::ReadNamedPoint(const Value& object)
     Geometry geometry;
     geometry.kind = Geometry::Point;
     auto body = MakePointBody(object, geometry.point, geometry.surface);
-    geometry.feature = new ZETOpenGeometryFeature(model.root);
-    SetUp(*geometry.feature, object);
-    geometry.feature->SetBody(std::move(body));
-    Register(geometries, object, name, std::move(geometry), tr("surface, curve or point"));
+    AddGeometry(object, name, std::move(geometry), std::move(body));
 }
