@@ -478,6 +478,7 @@ bool AcceptsClosing(const QList<ZETLaserPoint>& points, int from, double toleran
     const auto isOff = [&](const ZETLaserPoint& point) { return line.GetDistanceTo(point.GetPosition()) >= tolerance; };
     return std::none_of(points.cbegin() + from + 1, points.cend(), isOff);
 }
+
 /*! Moves the points that are kept to the front, in order, and returns how many they are. */
 qsizetype MoveKeptAhead(QList<ZETLaserPoint>& points, const std::vector<char>& removed)
 {

@@ -59,6 +59,21 @@ ZETMatMaterial* MaterialOf(const ZETCompPly& ply)
     const auto materials = ply.GetMaterials();
     return materials.isEmpty() ? nullptr : materials.first();
 }
+
+/*! \a material with all its properties, as a host takes it over; empty if it is null. */
+ZETMatDefinition DefinitionOf(ZETMatMaterial* material)
+{
+    ZETMatDefinition definition;
+    if (!material)
+        return definition;
+    definition.SetKey(material->GetMaterialType().toUtf8());
+    const auto names = material->GetAllProperties();
+    for (const auto& property : names)
+        definition.AddAllowedProperty(QByteArray(), property);
+    definition.LoadFromFeature(material);
+    definition.Commit();
+    return definition;
+}
 } // namespace
 
 ZETLaserWriterDXF::ZETLaserWriterDXF(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot,
@@ -327,17 +342,7 @@ void ZETLaserWriterDXF::RecordCreatedFile(const QString& name, const QString& fi
         });
         break;
     }
-
-    ZETMatDefinition definition;
-    if (material) {
-        definition.SetKey(material->GetMaterialType().toUtf8());
-        const auto names = material->GetAllProperties();
-        for (const auto& property : names)
-            definition.AddAllowedProperty(QByteArray(), property);
-        definition.LoadFromFeature(material);
-        definition.Commit();
-    }
-    createdFiles.append({name, {fileName, definition}});
+    createdFiles.append({name, {fileName, DefinitionOf(material)}});
 }
 
 ZETMathPoint ZETLaserWriterDXF::GetPlyTextPoint(const ZETCompPlyBase* ply) const
