@@ -1,7 +1,5 @@
 #include "tests/support/TestRecords.h"
 
-#include <QRegularExpression>
-
 #include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
@@ -47,16 +45,4 @@ QString GetDifference(const QList<TestRecord>& actual, const QList<TestRecord>& 
         }
     }
     return QString();
-}
-
-QList<double> ReadPointLine(const QString& line, int decimals)
-{
-    const QString number = uR"((-?\d+\.\d{%1}))"_s.arg(decimals);
-    const QString triple = number + u' ' + number + u' ' + number;
-    const QRegularExpression form(u'^' + triple + u"(?:   "_s + triple + u")?$"_s);
-    const auto match = form.match(line);
-    QList<double> numbers;
-    for (int i = 1; match.hasMatch() && i <= match.lastCapturedIndex(); ++i)
-        numbers += match.captured(i).toDouble();
-    return numbers;
 }

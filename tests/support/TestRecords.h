@@ -12,7 +12,3 @@ struct TestRecord {
 /*! Where two lists of records part, in one line; empty if they are the same, and every number of \a actual is within
  * half a unit of the last of its \a decimals decimals. */
 QString GetDifference(const QList<TestRecord>& actual, const QList<TestRecord>& expected, int decimals);
-
-/*! The numbers of a point line: three, and behind three blanks three more if it has a normal, each with \a decimals
- *  decimals. Empty if the line is anything else. */
-QList<double> ReadPointLine(const QString& line, int decimals);
