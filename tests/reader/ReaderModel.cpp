@@ -13,7 +13,9 @@
 #include <ZETComposites/ZETCompRosette.h>
 #include <ZETFeature/ZETFeatFolder.h>
 #include <ZETMathematics/ZETMathAxis.h>
+#include <ZETMathematics/ZETMathPlane.h>
 #include <ZETTopology/ZETTopBody.h>
+#include <ZETWireframe/ZETWFPlane.h>
 
 #include <QRegularExpression>
 #include <QSet>
@@ -188,6 +190,16 @@ ZETCompRosette* ReaderModel::AddRosette(const QString& layup, const ZETMathAxis&
     ZETOpenWireframe::SetAxis(*rosette, axis);
     ZETOpenComposites::SetRosette(*Layup(layup), rosette);
     return rosette;
+}
+
+void ReaderModel::AddTable(const QString& layup)
+{
+    ZETMathPlane plane;
+    plane.SetOrigin(ZETMathPoint(100.0, 200.0, 300.0));
+    plane.SetDirections(ZETMathVector(0.0, 1.0, 0.0), ZETMathVector(0.0, 0.0, 1.0));
+    auto* const table = Add<ZETWFPlane>(root, u"Table"_s);
+    ZETOpenWireframe::SetPlane(*table, plane);
+    ZETOpenComposites::SetFlatteningPlane(*Layup(layup), table);
 }
 
 ZETMatMaterial* ReaderModel::AddMaterial(const QString& label, double thickness)

@@ -86,6 +86,8 @@ public:
     void SetBoundary(const QString& ply, const QList<ZETMathPoint>& points, bool closed);
     ZETOpenRef<ZETGeoAssembledCurveOnSurface> MakeBoundary(const QList<ZETMathPoint>& points, bool closed);
     ZETCompRosette* AddRosette(const QString& layup, const ZETMathAxis& axis);
+    /*! A flattening plane for \a layup: through 100,200,300, first direction along Y, second along Z. */
+    void AddTable(const QString& layup);
     ZETMatMaterial* AddMaterial(const QString& label, double thickness = 0.0);
 
     /*! Reads with a reader of its own, or with the same one as before. Empties the tree ahead. */

@@ -3,7 +3,6 @@
 #include "openhost/ZETGeometry/ZETOpenComboCurve.h"
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
-#include "openhost/ZETWireframe/ZETOpenWireframe.h"
 #include "reader/ZETLaserReaderComposites.h"
 #include "tests/reader/FakeCurve.h"
 #include "tests/reader/ReaderModel.h"
@@ -13,9 +12,7 @@
 #include <ZETComposites/ZETCompRosette.h>
 #include <ZETFeature/ZETFeatFolder.h>
 #include <ZETMathematics/ZETMathAxis.h>
-#include <ZETMathematics/ZETMathPlane.h>
 #include <ZETTopology/ZETTopBody.h>
-#include <ZETWireframe/ZETWFPlane.h>
 
 #include <QtTest>
 
@@ -106,15 +103,6 @@ public:
         auto* const image = Add<ZETCompFlatPoint>(Pattern(), u"Flat Seed"_s);
         SetBody(*image, ZETOpenBodyBuilder::MakePoint(ZETMathPoint(2.0, 1.0, 0.0)));
         SetSource(*image, seed);
-    }
-    void AddPlane()
-    {
-        auto* const feature = Add<ZETWFPlane>(root, u"Table"_s);
-        ZETMathPlane plane;
-        plane.SetOrigin(ZETMathPoint(100.0, 200.0, 300.0));
-        plane.SetDirections(ZETMathVector(0.0, 1.0, 0.0), ZETMathVector(0.0, 0.0, 1.0));
-        ZETOpenWireframe::SetPlane(*feature, plane);
-        SetFlatteningPlane(*Layup(u"L"_s), feature);
     }
     QString ReadPoints()
     {
@@ -775,7 +763,7 @@ void TestReaderBoundary::withoutAPlaneAndASeedFlatPointsStayAsTheyAre()
 void TestReaderBoundary::flatPointsAreLaidOnTheFlatteningPlane()
 {
     FlatModel model;
-    model.AddPlane();
+    model.AddTable(u"L"_s);
     QCOMPARE(model.ReadPoints(), u"100,200,300 100,204,300 100,204,303"_s);
 }
 
@@ -784,7 +772,7 @@ void TestReaderBoundary::theSeedComesToLieOnTheOriginOfThePlane()
     FlatModel model;
     model.AddSeed();
     QCOMPARE(model.ReadPoints(), u"-2,-1,0 2,-1,0 2,2,0"_s);
-    model.AddPlane();
+    model.AddTable(u"L"_s);
     QCOMPARE(model.ReadPoints(), u"100,198,299 100,202,299 100,202,302"_s);
 }
 
@@ -803,7 +791,7 @@ void TestReaderBoundary::flatPointsKeepTheirHeightAboveThePlane()
     QFETCH(QString, expected);
     FlatModel model;
     model.AddSeed();
-    model.AddPlane();
+    model.AddTable(u"L"_s);
     SetBody(*model.Get<ZETCompFlatContour>(u"Outline"_s),
             ZETOpenBodyBuilder::MakePolyline({{0.0, 0.0, 5.0}, {4.0, 0.0, 5.0}}, false));
     SetFlatteningMode(*model.Layup(u"L"_s), static_cast<ZETCompLayup::FlatteningMode>(mode));
@@ -841,7 +829,7 @@ void TestReaderBoundary::flatteningByDirectionTurnsAgainstThePlyDirection()
     QFETCH(QString, output);
     FlatModel model;
     model.AddSeed();
-    model.AddPlane();
+    model.AddTable(u"L"_s);
     SetFlatteningMode(*model.Layup(u"L"_s), ZETCompLayup::FlatteningByDirection);
     SetLayupDirection(*model.Layup(u"L"_s), direction);
     SetDirection(*model.Ply(u"P"_s), M_PI_2);
@@ -867,7 +855,7 @@ void TestReaderBoundary::otherFlatteningModesDoNotTurn()
 void TestReaderBoundary::withoutASeedFlatteningByDirectionDoesNotTurn()
 {
     FlatModel model;
-    model.AddPlane();
+    model.AddTable(u"L"_s);
     SetFlatteningMode(*model.Layup(u"L"_s), ZETCompLayup::FlatteningByDirection);
     SetDirection(*model.Ply(u"P"_s), M_PI_2);
     const OutputCapture capture;
@@ -879,7 +867,7 @@ void TestReaderBoundary::anUnknownOutputTypeKeepsTheFrameOfTheModel()
 {
     FlatModel model;
     model.AddSeed();
-    model.AddPlane();
+    model.AddTable(u"L"_s);
     model.options.SetOutputType(static_cast<ZETLaserOptions::EOutputType>(4));
     QCOMPARE(model.ReadPoints(), u"0,0,0 4,0,0 4,3,0"_s);
 }

@@ -7,17 +7,14 @@
 #include "laser/ZETLaserParameterEntity.h"
 #include "laser/ZETLaserTextEntity.h"
 #include "openhost/ZETGeometry/ZETOpenComboCurve.h"
-#include "openhost/ZETWireframe/ZETOpenWireframe.h"
 #include "reader/ZETLaserReaderComposites.h"
 #include "tests/reader/ReaderModel.h"
 
 #include <ZETComposites/ZETCompFlatPoint.h>
 #include <ZETFeature/ZETFeatFolder.h>
 #include <ZETMathematics/ZETMathAxis.h>
-#include <ZETMathematics/ZETMathPlane.h>
 #include <ZETTopology/ZETTopBody.h>
 #include <ZETWireframe/ZETWFAxisSystem.h>
-#include <ZETWireframe/ZETWFPlane.h>
 
 #include <QtTest>
 
@@ -253,12 +250,7 @@ void TestReaderExtraGeometry::extraGeometryStaysInModelCoordinates()
 {
     ExtraModel model;
     model.AddLine(u"G"_s);
-    auto* const table = ReaderModel::Add<ZETWFPlane>(model.root, u"Table"_s);
-    ZETMathPlane plane;
-    plane.SetOrigin(ZETMathPoint(100.0, 200.0, 300.0));
-    plane.SetDirections(ZETMathVector(0.0, 1.0, 0.0), ZETMathVector(0.0, 0.0, 1.0));
-    ZETOpenWireframe::SetPlane(*table, plane);
-    SetFlatteningPlane(*model.Layup(u"L"_s), table);
+    model.AddTable(u"L"_s);
     for (int type = 0; type < 4; ++type) {
         model.options.SetOutputType(static_cast<ZETLaserOptions::EOutputType>(type));
         QCOMPARE(PointsText(*model.ReadContour()->GetCurves().first()), u"0,0,1 9,0,1"_s);

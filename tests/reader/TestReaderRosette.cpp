@@ -10,10 +10,8 @@
 #include <ZETComposites/ZETCompRosette.h>
 #include <ZETComposites/ZETCompSurfaceUpdate.h>
 #include <ZETMathematics/ZETMathAxis.h>
-#include <ZETMathematics/ZETMathPlane.h>
 #include <ZETMathematics/ZETMathZeroMagnitudeVectorException.h>
 #include <ZETTopology/ZETTopBody.h>
-#include <ZETWireframe/ZETWFPlane.h>
 
 #include <QtTest>
 
@@ -58,6 +56,29 @@ public:
         Read();
         return PointsText(*Curve(ply, ply + u"-Rosette"_s));
     }
+};
+
+/*! One ply on a curved tool, whose rosette was read: zero degrees point along Z, and the seed lies at \a seedPoint. */
+class FibreModel : public ReaderModel
+{
+public:
+    FibreModel(const ZETOpenRef<ZETOpenSurface>& surface, const ZETMathPoint& seedPoint, double angle, bool positive)
+        : ReaderModel(onePly)
+    {
+        SetTool(surface);
+        ZETMathAxis zeroIsUp;
+        zeroIsUp.SetDirections(ZETMathVector(0.0, 0.0, 1.0), ZETMathVector(1.0, 0.0, 0.0),
+                               ZETMathVector(0.0, 1.0, 0.0));
+        AddRosette(u"L"_s, zeroIsUp);
+        SetSeedPoint(*Strategy(u"One"_s), AddGeometry(u"Seed"_s, ZETOpenBodyBuilder::MakePoint(seedPoint, tool)));
+        SetDirection(*Ply(u"P"_s), angle);
+        SetLayupDirection(*Layup(u"L"_s), positive);
+        options.SetOutputRosette(1);
+        options.SetUseSeedPoint(1);
+        isRead = Read();
+    }
+
+    bool isRead;
 };
 
 ZETMathVector Normalized(ZETMathVector vector)
@@ -224,19 +245,10 @@ void TestReaderRosette::theFibreOnACylinderIsAHelix()
     QFETCH(bool, positive);
     constexpr double radius = 250.0;
     constexpr double height = 40.0;
-    ReaderModel model(onePly);
-    model.SetTool(ZETOpenSurface::MakeCylinder(ZETMathAxis(), radius, 0.0, M_PI, -500.0, 500.0));
-    ZETMathAxis zeroIsUp;
-    zeroIsUp.SetDirections(ZETMathVector(0.0, 0.0, 1.0), ZETMathVector(1.0, 0.0, 0.0), ZETMathVector(0.0, 1.0, 0.0));
-    model.AddRosette(u"L"_s, zeroIsUp);
     const ZETMathPoint seed = AlongCylinder(radius, start, height, 0.0, 0.0);
-    SetSeedPoint(*model.Strategy(u"One"_s),
-                 model.AddGeometry(u"Seed"_s, ZETOpenBodyBuilder::MakePoint(seed, model.tool)));
-    SetDirection(*model.Ply(u"P"_s), angle);
-    SetLayupDirection(*model.Layup(u"L"_s), positive);
-    model.options.SetOutputRosette(1);
-    model.options.SetUseSeedPoint(1);
-    QVERIFY(model.Read());
+    const FibreModel model(ZETOpenSurface::MakeCylinder(ZETMathAxis(), radius, 0.0, M_PI, -500.0, 500.0), seed, angle,
+                           positive);
+    QVERIFY(model.isRead);
 
     const auto& points = std::as_const(*model.Curve(u"P"_s, 0)).GetPoints();
     const double seen = positive ? angle : -angle; // from the other side a turn runs the other way
@@ -275,19 +287,10 @@ void TestReaderRosette::theFibreOnASphereHoldsItsBearing()
     QFETCH(double, latitude);
     QFETCH(bool, positive);
     constexpr double radius = 400.0;
-    ReaderModel model(onePly);
-    model.SetTool(ZETOpenSurface::MakeSphere(ZETMathAxis(), radius, 0.0, M_PI_2, -1.2, 1.2));
-    ZETMathAxis zeroIsNorth;
-    zeroIsNorth.SetDirections(ZETMathVector(0.0, 0.0, 1.0), ZETMathVector(1.0, 0.0, 0.0), ZETMathVector(0.0, 1.0, 0.0));
-    model.AddRosette(u"L"_s, zeroIsNorth);
     const ZETMathPoint seed = AlongGreatCircle(radius, longitude, latitude, 0.0, 0.0);
-    SetSeedPoint(*model.Strategy(u"One"_s),
-                 model.AddGeometry(u"Seed"_s, ZETOpenBodyBuilder::MakePoint(seed, model.tool)));
-    SetDirection(*model.Ply(u"P"_s), angle);
-    SetLayupDirection(*model.Layup(u"L"_s), positive);
-    model.options.SetOutputRosette(1);
-    model.options.SetUseSeedPoint(1);
-    QVERIFY(model.Read());
+    const FibreModel model(ZETOpenSurface::MakeSphere(ZETMathAxis(), radius, 0.0, M_PI_2, -1.2, 1.2), seed, angle,
+                           positive);
+    QVERIFY(model.isRead);
 
     const auto& points = std::as_const(*model.Curve(u"P"_s, 0)).GetPoints();
     const double bearing = positive ? -angle : angle; // the ply direction counts the other way than bearings do
@@ -530,12 +533,7 @@ void TestReaderRosette::theFlatRosetteIsCarriedToTheFlatteningPlane()
     auto* const image = ReaderModel::Add<ZETCompFlatPoint>(model.Get<ZETCompFlatPattern>(u"Flat"_s), u"Image"_s);
     SetBody(*image, ZETOpenBodyBuilder::MakePoint(ZETMathPoint(30.0, 40.0, 0.0)));
     SetSource(*image, model.Get<ZETFeatGeometry>(u"Seed"_s));
-    ZETMathPlane plane;
-    plane.SetOrigin(ZETMathPoint(100.0, 200.0, 300.0));
-    plane.SetDirections(ZETMathVector(0.0, 1.0, 0.0), ZETMathVector(0.0, 0.0, 1.0));
-    auto* const table = ReaderModel::Add<ZETWFPlane>(model.root, u"Table"_s);
-    ZETOpenWireframe::SetPlane(*table, plane);
-    SetFlatteningPlane(*model.Layup(u"L"_s), table);
+    model.AddTable(u"L"_s);
     model.options.SetOutputType(ZETLaserOptions::OutputFlat);
     model.options.SetRosetteSize(8.0);
     QCOMPARE(model.ReadPoints(), u"100,208,300 100,200,300 100,200,304"_s);
