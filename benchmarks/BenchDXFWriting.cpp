@@ -2,6 +2,7 @@
 // system cost alone, and the same polylines through dxflib and through the r12writer of ezdxf, which are what one would
 // otherwise write DXF with.
 
+#include "benchmarks/BenchPart.h"
 #include "benchmarks/BenchRatios.h"
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
@@ -19,8 +20,6 @@
 #include <dxflib/dl_dxf.h>
 #endif
 
-#include <algorithm>
-#include <cmath>
 #include <memory>
 #include <string>
 
@@ -28,48 +27,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-constexpr QIODevice::OpenMode fileMode = QIODevice::WriteOnly | QIODevice::Text;
-
-/*! A group of closed curves on a bowl some metres wide. WriteDXFWithEzdxf.py makes the same. */
-QSharedPointer<ZETLaserGroup> MakeTree(int pointCount, int pointsInCurve)
-{
-    const auto root = QSharedPointer<ZETLaserGroup>::create(QSharedPointer<QObject>());
-    const auto leaf = QSharedPointer<ZETLaserGroup>::create(root);
-    leaf->SetName(u"P1"_s);
-    root->AddGroup(leaf);
-    const auto contour = QSharedPointer<ZETLaserContour>::create(leaf);
-    leaf->AddContour(contour);
-    for (int first = 0; first < pointCount; first += pointsInCurve) {
-        const auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
-        curve->SetClosed(true);
-        curve->GetPoints().reserve(pointsInCurve);
-        for (int i = 0; i < pointsInCurve; ++i) {
-            const double angle = 6.283185307 * i / pointsInCurve;
-            const double radius = 100.0 + 0.005 * first;
-            curve->GetPoints().emplaceBack(
-                ZETMathPoint(radius * std::cos(angle), radius * std::sin(angle), 0.0001 * radius * radius),
-                ZETMathVector());
-        }
-        contour->AddCurve(curve);
-    }
-    return root;
-}
-
-const ZETLaserContour& ContourOf(const ZETLaserGroup& root)
-{
-    const auto leaf = root.GetChildren().first().staticCast<ZETLaserGroup>();
-    return *leaf->GetChildren().first().staticCast<ZETLaserContour>();
-}
-
-void WriteInBlocks(const QByteArray& bytes, const QString& name)
-{
-    constexpr qsizetype blockSize = 1024 * 1024;
-    QFile file(name);
-    file.open(fileMode);
-    for (qsizetype begin = 0; begin < bytes.size(); begin += blockSize)
-        file.write(bytes.constData() + begin, std::min(blockSize, bytes.size() - begin));
-}
-
 #if ZET_HAS_DXFLIB
 void WriteWithDxflib(const ZETLaserGroup& root, const QString& name)
 {
@@ -80,7 +37,7 @@ void WriteWithDxflib(const ZETLaserGroup& root, const QString& name)
     dxf.writeHeader(*writer);
     writer->sectionEnd();
     writer->sectionEntities();
-    for (const auto& curve : ContourOf(root).GetCurves()) {
+    for (const auto& curve : BenchPart::GetContour(root).GetCurves()) {
         dxf.writePolyline(*writer, DL_PolylineData(curve->GetPointCount(), 0, 0, closed3D), attributes);
         for (const auto& point : std::as_const(*curve).GetPoints()) {
             const auto& at = point.GetPosition();
@@ -94,20 +51,13 @@ void WriteWithDxflib(const ZETLaserGroup& root, const QString& name)
 }
 #endif
 
-QByteArray ReadBytes(const QString& name)
-{
-    QFile file(name);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
-
 /*! One job: its tree, a folder for its files, and the bytes of its part file. */
 class Job
 {
 public:
     explicit Job(const benchmark::State& state)
         : pointCount(int(state.range(0)))
-        , tree(MakeTree(pointCount, int(state.range(1))))
+        , tree(BenchPart::MakeTree(pointCount, int(state.range(1)), true, false))
     {
         options.SetFileType(ZETLaserOptions::FileDXF);
         options.SetFileName(folder.filePath(u"part.DXF"_s));
@@ -118,7 +68,7 @@ public:
 
     void SetCounters(benchmark::State& state, const QString& name) const
     {
-        const QByteArray bytes = ReadBytes(name);
+        const QByteArray bytes = BenchPart::ReadBytes(name);
         if (bytes.count("VERTEX\n") < pointCount)
             state.SkipWithError("vertices are missing from the file");
         state.SetItemsProcessed(state.iterations() * pointCount);
@@ -144,9 +94,9 @@ void DXFLargeBlocks(benchmark::State& state)
 {
     Job job(state);
     job.Write();
-    const QByteArray bytes = ReadBytes(job.options.GetFileName());
+    const QByteArray bytes = BenchPart::ReadBytes(job.options.GetFileName());
     for (auto _ : state)
-        WriteInBlocks(bytes, job.GetPeerFile());
+        BenchPart::WriteInBlocks(bytes, job.GetPeerFile());
     job.SetCounters(state, job.GetPeerFile());
 }
 

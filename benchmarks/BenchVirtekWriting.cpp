@@ -2,6 +2,7 @@
 // system cost alone, and the same lines through QTextStream, QString::number and Qt::endl, which is the plain way to
 // write them.
 
+#include "benchmarks/BenchPart.h"
 #include "benchmarks/BenchRatios.h"
 #include "benchmarks/BenchWritingJob.h"
 #include "laser/ZETLaserContour.h"
@@ -24,13 +25,12 @@ void WriteThroughTextStream(const ZETLaserGroup& root, const QString& name)
 {
     const auto number = [](double value) { return QString::number(value, 'f', 6); };
     QFile file(name);
-    file.open(BenchWritingJob::fileMode);
+    file.open(BenchPart::fileMode);
     QTextStream stream(&file);
     const auto leaf = root.GetChildren().first().staticCast<ZETLaserGroup>();
-    const auto contour = leaf->GetChildren().first().staticCast<ZETLaserContour>();
     stream << "LAYER START " << leaf->GetName() << Qt::endl;
     stream << "START " << leaf->GetName() << Qt::endl;
-    for (const auto& curve : std::as_const(*contour).GetCurves()) {
+    for (const auto& curve : BenchPart::GetContour(root).GetCurves()) {
         stream << "P " << curve->GetPointCount() << Qt::endl;
         for (const auto& point : std::as_const(*curve).GetPoints()) {
             const auto& at = point.GetPosition();

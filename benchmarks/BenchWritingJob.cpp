@@ -1,52 +1,15 @@
 #include "benchmarks/BenchWritingJob.h"
 
-#include "laser/ZETLaserContour.h"
-#include "laser/ZETLaserCurve.h"
+#include "benchmarks/BenchPart.h"
 #include "laser/ZETLaserFileTypes.h"
 #include "laser/ZETLaserGroup.h"
-#include "laser/ZETLaserPoint.h"
 #include "writers/ZETLaserWriter.h"
-
-#include <QFile>
-
-#include <algorithm>
-#include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
-/*! A group of closed curves on a bowl some metres wide. */
-QSharedPointer<ZETLaserGroup> MakeTree(int pointCount, bool normals)
-{
-    constexpr int pointsInCurve = 1000;
-    const auto root = QSharedPointer<ZETLaserGroup>::create(QSharedPointer<QObject>());
-    const auto leaf = QSharedPointer<ZETLaserGroup>::create(root);
-    leaf->SetName(u"P1"_s);
-    root->AddGroup(leaf);
-    const auto contour = QSharedPointer<ZETLaserContour>::create(leaf);
-    leaf->AddContour(contour);
-    for (int first = 0; first < pointCount; first += pointsInCurve) {
-        const auto curve = QSharedPointer<ZETLaserCurve>::create(contour);
-        curve->GetPoints().reserve(pointsInCurve);
-        for (int i = 0; i < pointsInCurve; ++i) {
-            const double angle = 6.283185307 * i / pointsInCurve;
-            const double radius = 100.0 + 0.005 * first;
-            const ZETMathPoint point(radius * std::cos(angle), radius * std::sin(angle), 0.0001 * radius * radius);
-            const ZETMathVector normal(0.6 * std::cos(angle), 0.6 * std::sin(angle), 0.8);
-            curve->GetPoints().emplaceBack(point, normals ? normal : ZETMathVector());
-        }
-        contour->AddCurve(curve);
-    }
-    return root;
-}
-
-QByteArray ReadBytes(const QString& name)
-{
-    QFile file(name);
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-}
+constexpr int pointsInCurve = 1000;
 
 /*! \a file without the one line that tells the time of its writing. */
 QByteArray WithoutClock(const QByteArray& file)
@@ -58,12 +21,12 @@ QByteArray WithoutClock(const QByteArray& file)
 
 BenchWritingJob::BenchWritingJob(const benchmark::State& state, ZETLaserOptions::EOutputFileType fileType)
     : pointCount(int(state.range(0)))
-    , tree(MakeTree(pointCount, state.range(1) != 0))
+    , tree(BenchPart::MakeTree(pointCount, pointsInCurve, false, state.range(1) != 0))
 {
     options.SetFileType(fileType);
     options.SetFileName(folder.filePath(u"part"_s + ZETLaserFileType::Of(fileType).extension));
     Write();
-    bytes = ReadBytes(options.GetFileName());
+    bytes = BenchPart::ReadBytes(options.GetFileName());
 }
 
 void BenchWritingJob::Write()
@@ -73,17 +36,13 @@ void BenchWritingJob::Write()
 
 void BenchWritingJob::WriteInBlocks() const
 {
-    constexpr qsizetype blockSize = 1024 * 1024;
-    QFile file(options.GetFileName());
-    file.open(fileMode);
-    for (qsizetype begin = 0; begin < bytes.size(); begin += blockSize)
-        file.write(bytes.constData() + begin, std::min(blockSize, bytes.size() - begin));
+    BenchPart::WriteInBlocks(bytes, options.GetFileName());
 }
 
 void BenchWritingJob::SetCounters(benchmark::State& state) const
 {
     state.SetItemsProcessed(state.iterations() * pointCount);
     state.SetBytesProcessed(state.iterations() * bytes.size());
-    if (WithoutClock(ReadBytes(options.GetFileName())) != WithoutClock(bytes))
+    if (WithoutClock(BenchPart::ReadBytes(options.GetFileName())) != WithoutClock(bytes))
         state.SkipWithError("the ways to write don't give the same bytes");
 }

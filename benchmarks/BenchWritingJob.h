@@ -3,7 +3,6 @@
 #include "laser/ZETLaserOptions.h"
 
 #include <QByteArray>
-#include <QIODevice>
 #include <QSharedPointer>
 #include <QString>
 #include <QTemporaryDir>
@@ -18,9 +17,6 @@ class BenchWritingJob
 {
 public:
     BenchWritingJob(const benchmark::State& state, ZETLaserOptions::EOutputFileType fileType);
-
-    /*! How files are opened by all ways to write. */
-    static constexpr QIODevice::OpenMode fileMode = QIODevice::WriteOnly | QIODevice::Text;
 
     /*! Through the writer, report included. */
     void Write();
