@@ -302,9 +302,9 @@ public:
     ZETLaserDXFOutputSettings GetDXFOutputSettings() const { return dxfOutputSettings; }
     void SetDXFOutputSettings(const ZETLaserDXFOutputSettings& settings) { dxfOutputSettings = settings; }
 
-    /*! A file that the DXF writer made: a text, and a text with the definition of a material. */
+    /*! A file of one shape: the shape's name as in the file name, the file name, and the definition of its material. */
     using CreatedFile = std::pair<QString, std::pair<QString, ZETMatDefinition>>;
-    /*! One entry for each file that the DXF writer made. The writer appends; nothing clears the list. DEFAULT: empty */
+    /*! The files that the DXF writer made with DXFFilePerPly, each once. Nothing clears the list. DEFAULT: empty */
     QList<CreatedFile>& GetCreatedFiles() { return createdFiles; }
     const QList<CreatedFile>& GetCreatedFiles() const { return createdFiles; }
 

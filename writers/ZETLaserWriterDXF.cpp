@@ -46,8 +46,6 @@ constexpr int unitsInches = 1; //!< values of $INSUNITS
 constexpr int unitsMillimetres = 4;
 constexpr int rosetteLayer = 4; //!< whatever the settings say
 
-using CreatedFile = std::pair<QString, std::pair<QString, ZETMatDefinition>>;
-
 QString MakeSafe(const QString& name)
 {
     return ZETSysFileUtilities::CreateSafeFilename(name, u'_', u"."_s);
@@ -335,8 +333,8 @@ void ZETLaserWriterDXF::RecordCreatedFile(const QString& name, const QString& fi
     for (const auto& created : std::as_const(createdFiles)) {
         if (created.second.first != fileName)
             continue;
-        const CreatedFile earlier = created;
-        createdFiles.removeIf([&](const CreatedFile& other) {
+        const ZETLaserOptions::CreatedFile earlier = created;
+        createdFiles.removeIf([&](const ZETLaserOptions::CreatedFile& other) {
             return other.first == earlier.first && other.second.first == earlier.second.first &&
                    other.second.second == earlier.second.second;
         });
