@@ -1,13 +1,12 @@
 #!/usr/bin/env python3
 """Fails when an include runs against the directions between the folders (docs/architecture.md)."""
 
-import argparse
 import pathlib
 import posixpath
 import re
 import tempfile
 
-from project_files import ROOT, project_files, report
+from project_files import project_files, run
 
 # Folder -> folders it may include from, besides itself. Tests and benchmarks may include anything of ours.
 MAY_INCLUDE = {
@@ -189,9 +188,4 @@ def self_test():
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--self-test", action="store_true", help="prove that planted violations are found")
-    if parser.parse_args().self_test:
-        report(*self_test(), "planted includes")
-    else:
-        report(*check(ROOT), "sources")
+    run(__doc__, check, "sources", self_test, "planted includes")

@@ -3,12 +3,11 @@
 
 The code and its documents stand for themselves: whoever reads them has this tree and nothing else."""
 
-import argparse
 import pathlib
 import re
 import tempfile
 
-from project_files import ROOT, project_files, report
+from project_files import project_files, run
 
 # The patterns are put together from pieces, so that this file passes its own check.
 PATTERNS = [
@@ -67,9 +66,4 @@ def self_test():
 
 
 if __name__ == "__main__":
-    parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("--self-test", action="store_true", help="prove that planted texts are found")
-    if parser.parse_args().self_test:
-        report(*self_test(), "planted texts")
-    else:
-        report(*check(ROOT), "files")
+    run(__doc__, check, "files", self_test, "planted texts")

@@ -1,5 +1,6 @@
 """The files of the project, and the way in which checks report and prove themselves."""
 
+import argparse
 import pathlib
 import shutil
 import subprocess
@@ -33,3 +34,13 @@ def report(findings, checked, what):
     if findings:
         sys.exit(f"{len(findings)} findings in {checked} {what}")
     print(f"{checked} {what} checked, no findings")
+
+
+def run(description, check, what, self_test, planted):
+    """The program of a check: looks at the tree, or with --self-test at faults that it plants itself."""
+    parser = argparse.ArgumentParser(description=description)
+    parser.add_argument("--self-test", action="store_true", help=f"prove that {planted} are found")
+    if parser.parse_args().self_test:
+        report(*self_test(), planted)
+    else:
+        report(*check(ROOT), what)
