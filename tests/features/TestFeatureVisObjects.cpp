@@ -9,9 +9,9 @@
 #include "openhost/ZETVisualization/ZETOpenScene.h"
 #include "openhost/ZETWireframe/ZETOpenWireframe.h"
 #include "tests/features/FeatureModel.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
-#include <ZETSystem/ZETSysException.h>
 #include <ZETVisualization/ZETVisPointPrimitive.h>
 #include <ZETVisualization/ZETVisPolylinePrimitive.h>
 #include <ZETVisualization/ZETVisRepGraphics.h>
@@ -296,18 +296,8 @@ void TestFeatureVisObjects::otherFeaturesAreRefused()
     FeatureModel model;
     const ZETFeatEnvironment environment;
     ZETFeatObject* feature = isNull ? nullptr : model.folder;
-    try {
-        const ZETLaser3DTextVisObject object(&environment, feature);
-        QFAIL("no exception");
-    } catch (const ZETSysException& exception) {
-        QCOMPARE(exception.GetMessage(), u"not a laser 3D text"_s);
-    }
-    try {
-        const ZETLaserTargetVisObject object(&environment, feature);
-        QFAIL("no exception");
-    } catch (const ZETSysException& exception) {
-        QCOMPARE(exception.GetMessage(), u"not a target"_s);
-    }
+    QCOMPARE(Thrown([&] { const ZETLaser3DTextVisObject object(&environment, feature); }), u"not a laser 3D text"_s);
+    QCOMPARE(Thrown([&] { const ZETLaserTargetVisObject object(&environment, feature); }), u"not a target"_s);
 }
 
 QTEST_GUILESS_MAIN(TestFeatureVisObjects)

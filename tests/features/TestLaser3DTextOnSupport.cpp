@@ -5,10 +5,10 @@
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
 #include "openhost/ZETTopology/ZETOpenBodyBuilder.h"
 #include "tests/features/FeatureModel.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETGeometry/ZETGeoGeometryNotFoundException.h>
 #include <ZETMathematics/ZETMathAxis.h>
-#include <ZETSystem/ZETSysException.h>
 
 #include <QSignalSpy>
 #include <QTest>
@@ -472,12 +472,7 @@ void TestLaser3DTextOnSupport::anchorPointWithoutBodyThrows()
 {
     TextModel model(MakePlaneBody, MakeNothing);
     model.text->SetDirection(nullptr); // no longer looked at
-    try {
-        model.text->UpdateResult();
-        QFAIL("no exception");
-    } catch (const ZETSysException& exception) {
-        QCOMPARE(exception.GetMessage(), u"geometry does not have a body"_s);
-    }
+    QCOMPARE(Thrown([&] { model.text->UpdateResult(); }), u"geometry does not have a body"_s);
     QCOMPARE(GetMessages(*model.text), QStringList{u"3 anchorpoint: The anchor point does not have a body."_s});
 }
 

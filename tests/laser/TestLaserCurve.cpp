@@ -1,8 +1,8 @@
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETMathematics/ZETMathVector4D.h>
-#include <ZETSystem/ZETSysException.h>
 
 #include <QtTest>
 
@@ -292,13 +292,8 @@ void TestLaserCurve::transformThrowsWhenTheNormalComesToTheOrigin()
 void TestLaserCurve::negativeFourthComponentThrows()
 {
     for (const double fourth : {-1.0, 0.0, 0.99e-5}) {
-        try {
-            ZETLaserCurve::GetDirection(ZETMathVector4D(0, 0, 1, fourth));
-            QFAIL("nothing was thrown");
-        } catch (const ZETSysException& exception) {
-            QCOMPARE(exception.GetMessage(),
-                     QStringLiteral("ZETLaserCurve::Transform() cannot normalize homogenous vector"));
-        }
+        QCOMPARE(Thrown([&] { ZETLaserCurve::GetDirection(ZETMathVector4D(0, 0, 1, fourth)); }),
+                 QStringLiteral("ZETLaserCurve::Transform() cannot normalize homogenous vector"));
     }
 }
 

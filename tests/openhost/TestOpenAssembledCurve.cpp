@@ -2,9 +2,9 @@
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
 #include "openhost/ZETGeometry/ZETOpenRegion.h"
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
-#include <ZETSystem/ZETSysException.h>
 
 #include <QTest>
 
@@ -33,12 +33,7 @@ QList<ZETMathPoint> GetVertices(const ZETGeoCurve& curve)
 QString GetFault(const QList<ZETGeoRangeOfCurve>& ranges, const QList<bool>& senses)
 {
     const ZETOpenRef<ZETGeoAssembledCurveOnSurface> chain(new ZETGeoAssembledCurveOnSurface(ranges, senses, false));
-    try {
-        chain->Initialize();
-    } catch (const ZETSysException& exception) {
-        return exception.GetMessage();
-    }
-    return QString();
+    return Thrown([&] { chain->Initialize(); });
 }
 } // namespace
 

@@ -1,5 +1,6 @@
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
+#include "tests/openhost/OpenTestGeometry.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
 #include <ZETSystem/ZETSysException.h>
@@ -34,11 +35,6 @@ ZETMathPoint GetCylinderPoint(double radius, double degrees, double height)
 bool IsNear(double a, double b, double tolerance = 1e-7)
 {
     return std::abs(a - b) <= tolerance;
-}
-
-bool IsNear(const ZETMathPoint& a, const ZETMathPoint& b, double tolerance = 1e-7)
-{
-    return a.GetDistanceTo(b) <= tolerance;
 }
 } // namespace
 
@@ -290,14 +286,7 @@ void TestOpenCurveOnSurface::arcLengthOnASphereIsTrue()
 
 void TestOpenCurveOnSurface::arcLengthOnASplineAddsUp()
 {
-    QList<QList<ZETMathPoint>> rows;
-    for (int i = 0; i <= 8; ++i) {
-        QList<ZETMathPoint> row;
-        for (int k = 0; k <= 6; ++k)
-            row.append(ZETMathPoint(100.0 * i, 100.0 * k, 40.0 * std::sin(0.6 * i) * std::cos(0.5 * k)));
-        rows.append(row);
-    }
-    const auto surface = ZETOpenSurface::MakeBSpline(rows);
+    const auto surface = MakeWavySurface();
     const auto curve =
         ZETOpenCurveOnSurface::MakePolyline(surface, {{50, 50, 0}, {750, 80, 0}, {700, 550, 0}, {60, 500, 0}}, true);
     for (int s = 0; s < 4; ++s) {

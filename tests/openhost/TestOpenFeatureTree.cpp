@@ -1,6 +1,7 @@
 #include "openhost/ZETFeature/ZETOpenModel.h"
 #include "openhost/ZETGeometry/ZETOpenTypes.h"
 #include "OpenTestFeatures.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETFeature/ZETFeatContainerManager.h>
 #include <ZETFeature/ZETFeatContainerProvider.h>
@@ -26,18 +27,6 @@ TestNode* MakeNode(ZETFeatObject* parent, const QString& label)
     auto* node = new TestNode(parent);
     ZETOpenModel::SetLabel(*node, label);
     return node;
-}
-
-/*! The text of what \a call throws; null if it throws nothing. */
-template <typename Call>
-QString Thrown(Call call)
-{
-    try {
-        call();
-    } catch (const ZETSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
 }
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "openhost/ZETFeature/ZETOpenModel.h"
 #include "openhost/ZETFeature/ZETOpenModelStream.h"
 #include "OpenTestFeatures.h"
+#include "tests/support/TestThrown.h"
 
 #include <QCryptographicHash>
 #include <QRandomGenerator>
@@ -117,18 +118,6 @@ QByteArray SealedWithSize(QByteArray file)
 {
     qToBigEndian<quint64>(static_cast<quint64>(file.size() - headSize - digestSize), file.data() + 12);
     return Sealed(file);
-}
-
-/*! The text of what \a call throws; null if it throws nothing. */
-template <typename Call>
-QString Thrown(Call call)
-{
-    try {
-        call();
-    } catch (const ZETSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
 }
 
 QString LoadFailure(const QByteArray& bytes)

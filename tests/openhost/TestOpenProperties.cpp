@@ -1,5 +1,6 @@
 #include "openhost/ZETFeature/ZETOpenModel.h"
 #include "OpenTestFeatures.h"
+#include "tests/support/TestThrown.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -65,18 +66,6 @@ signals:
 
 namespace
 {
-/*! The text of what \a call throws; null if it throws nothing. */
-template <typename Call>
-QString Thrown(Call call)
-{
-    try {
-        call();
-    } catch (const ZETSysException& exception) {
-        return exception.GetMessage();
-    }
-    return {};
-}
-
 const QString notEmitted = QStringLiteral("Could not emit the property changed signal.");
 } // namespace
 

@@ -1,6 +1,7 @@
 #include "openhost/ZETFeature/ZETOpenModel.h"
 #include "openhost/ZETVisualization/ZETOpenScene.h"
 #include "OpenTestFeatures.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETFeature/ZETFeatEnvironment.h>
 #include <ZETFeature/ZETFeatVisObject.h>
@@ -308,12 +309,7 @@ void TestOpenScene::displayObjectThatCannotBeMadeIsTold()
     ZETFeatEnvironment::UnregisterGlobalVisualizationObject(&TestClosedVisObject::staticMetaObject);
     // What its constructor throws passes.
     ZETFeatEnvironment::RegisterGlobalVisualizationObject({"ZETFeatFolder"}, &TestNodeVisObject::staticMetaObject);
-    QString text;
-    try {
-        ZETOpenScene::CreateVisObject(scene, folder);
-    } catch (const ZETSysException& exception) {
-        text = exception.GetMessage();
-    }
+    const QString text = Thrown([&] { ZETOpenScene::CreateVisObject(scene, folder); });
     ZETFeatEnvironment::UnregisterGlobalVisualizationObject(&TestNodeVisObject::staticMetaObject);
     QCOMPARE(text, u"not a node"_s);
 }

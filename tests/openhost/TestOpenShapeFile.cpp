@@ -3,6 +3,7 @@
 #include "openhost/ZETGeometry/ZETOpenShapeFile.h"
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
 #include "tests/openhost/TestShapes.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
 #include <ZETSystem/ZETSysException.h>
@@ -100,12 +101,7 @@ QByteArray ReadBytes(const char* path)
 /*! What reading says against the file; empty if nothing. */
 QString GetFault(const QString& path, std::optional<double> scale = std::nullopt)
 {
-    try {
-        const ZETOpenShapeFile file(path, scale);
-    } catch (const ZETSysException& exception) {
-        return exception.GetMessage();
-    }
-    return QString();
+    return Thrown([&] { const ZETOpenShapeFile file(path, scale); });
 }
 
 bool IsNear(const ZETMathPoint& a, const ZETMathPoint& b, double tolerance = 1e-6)
@@ -349,23 +345,13 @@ void TestOpenShapeFile::nameOfABodyStandsForItsFaces()
     QCOMPARE(box.GetNumFaces(), 6);
     QCOMPARE(box.GetFaceNames().size(), 1); // the product's
     const QString product = box.GetFaceNames().first();
-    QString fault;
-    try {
-        box.GetFace(product);
-    } catch (const ZETSysException& exception) {
-        fault = exception.GetMessage();
-    }
-    QCOMPARE(fault, QString("box.step: \"%1\" stands for 6 faces").arg(product));
+    QCOMPARE(Thrown([&] { box.GetFace(product); }), QString("box.step: \"%1\" stands for 6 faces").arg(product));
     // Two bodies of one name stand for the faces of both.
     const TopoDS_Shape first = BRepPrimAPI_MakeBox(10.0, 20.0, 30.0).Solid();
     const TopoDS_Shape second = BRepPrimAPI_MakeBox(gp_Pnt(50.0, 0.0, 0.0), 10.0, 20.0, 30.0).Solid();
     QVERIFY(TestShapes::WriteNamedStep(MakeCompound({first, second}), "two.step", {{first, "Part"}, {second, "Part"}}));
-    try {
-        ZETOpenShapeFile("two.step").GetFace(QString("Part"));
-    } catch (const ZETSysException& exception) {
-        fault = exception.GetMessage();
-    }
-    QCOMPARE(fault, QString("two.step: \"Part\" stands for 12 faces"));
+    QCOMPARE(Thrown([&] { ZETOpenShapeFile("two.step").GetFace(QString("Part")); }),
+             "two.step: \"Part\" stands for 12 faces");
 
     WriteStep(MakeQuarter(), "quarter.step");
     const ZETOpenShapeFile quarter("quarter.step");
@@ -528,28 +514,20 @@ void TestOpenShapeFile::unknownNamesAndIndicesAreTold()
     WriteStepWithNames(MakeCompound({quarter, plate}), "unknown.step", {{quarter, "side"}, {plate, "plate"}});
     const ZETOpenShapeFile file("unknown.step");
     const auto surface = file.GetFace(0);
-    const auto getFault = [](auto&& call) {
-        try {
-            call();
-        } catch (const ZETSysException& exception) {
-            return exception.GetMessage();
-        }
-        return QString();
-    };
-    QVERIFY(getFault([&] {
+    QVERIFY(Thrown([&] {
                 file.GetFace(QString("Side"));
             }).startsWith("unknown.step: no face is called \"Side\"; its names are side, plate"));
-    QVERIFY(getFault([&] { file.GetFace(QString()); }).startsWith("unknown.step: no face is called \"\""));
-    QCOMPARE(getFault([&] { file.GetFace(2); }), "unknown.step: there is no face 2, the file holds 2 faces");
-    QCOMPARE(getFault([&] { file.GetFace(-1); }), "unknown.step: there is no face -1, the file holds 2 faces");
-    QVERIFY(getFault([&] {
+    QVERIFY(Thrown([&] { file.GetFace(QString()); }).startsWith("unknown.step: no face is called \"\""));
+    QCOMPARE(Thrown([&] { file.GetFace(2); }), "unknown.step: there is no face 2, the file holds 2 faces");
+    QCOMPARE(Thrown([&] { file.GetFace(-1); }), "unknown.step: there is no face -1, the file holds 2 faces");
+    QVERIFY(Thrown([&] {
                 file.GetSingleFace();
             }).startsWith("unknown.step: the file holds 2 faces, so one has to be named; its names are side, plate"));
-    QCOMPARE(getFault([&] { file.GetEdge(99, surface); }), "unknown.step: there is no edge 99, the file holds 9 edges");
-    QCOMPARE(getFault([&] { file.GetWire(99, surface); }), "unknown.step: there is no wire 99, the file holds 3 wires");
-    QCOMPARE(getFault([&] { file.GetCurve("seed", surface); }),
+    QCOMPARE(Thrown([&] { file.GetEdge(99, surface); }), "unknown.step: there is no edge 99, the file holds 9 edges");
+    QCOMPARE(Thrown([&] { file.GetWire(99, surface); }), "unknown.step: there is no wire 99, the file holds 3 wires");
+    QCOMPARE(Thrown([&] { file.GetCurve("seed", surface); }),
              "unknown.step: no edge or wire is called \"seed\"; it has no names");
-    QCOMPARE(getFault([&] { file.GetEdge(0, nullptr); }), "unknown.step: a curve on a surface needs a surface");
+    QCOMPARE(Thrown([&] { file.GetEdge(0, nullptr); }), "unknown.step: a curve on a surface needs a surface");
 }
 
 void TestOpenShapeFile::sameFaceIsTheSameSurface()
@@ -718,12 +696,7 @@ void TestOpenShapeFile::fileThatCrashesTheKernelIsTold()
 void TestOpenShapeFile::placesFarOutOfAnyWorkshopAreTold()
 {
     const auto getFault = [](const char* path, double scale) {
-        try {
-            ZETOpenShapeFile(path, scale).GetSingleFace();
-        } catch (const ZETSysException& exception) {
-            return exception.GetMessage();
-        }
-        return QString();
+        return Thrown([&] { ZETOpenShapeFile(path, scale).GetSingleFace(); });
     };
     WriteBrep(MakePlate(), "far.brep");
     QCOMPARE(getFault("far.brep", 99e3), QString());

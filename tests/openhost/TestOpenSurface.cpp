@@ -1,4 +1,5 @@
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
+#include "tests/openhost/OpenTestGeometry.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
 #include <ZETSystem/ZETSysException.h>
@@ -24,26 +25,9 @@ ZETMathAxis MakeTurnedAxis()
     return axis;
 }
 
-bool IsNear(const ZETMathPoint& a, const ZETMathPoint& b, double tolerance = 1e-7)
-{
-    return a.GetDistanceTo(b) <= tolerance;
-}
-
 bool IsNear(const ZETMathVector& a, const ZETMathVector& b, double tolerance = 1e-9)
 {
     return (a - b).GetSquaredMagnitude() <= tolerance * tolerance;
-}
-
-ZETOpenRef<ZETOpenSurface> MakeWavySurface()
-{
-    QList<QList<ZETMathPoint>> rows;
-    for (int i = 0; i <= 8; ++i) {
-        QList<ZETMathPoint> row;
-        for (int k = 0; k <= 6; ++k)
-            row.append(ZETMathPoint(100.0 * i, 100.0 * k, 40.0 * std::sin(0.6 * i) * std::cos(0.5 * k)));
-        rows.append(row);
-    }
-    return ZETOpenSurface::MakeBSpline(rows);
 }
 } // namespace
 

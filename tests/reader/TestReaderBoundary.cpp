@@ -72,8 +72,8 @@ private:
     std::streambuf* old;
 };
 
-/*! A flat part: one ply with a flat pattern of one contour, a seed point at (2, 1) of the pattern, and a layup with a
- *  flattening plane at (100, 200, 300) whose first direction is Y and whose second is Z. */
+/*! A flat part: one ply with a flat pattern of one contour, and a seed point at (2, 1) of the pattern for the asking.
+ */
 class FlatModel : public ReaderModel
 {
 public:
