@@ -48,7 +48,7 @@ public:
         faults.Throw(); // without the columns the rows say nothing
         for (const JobCsvRecord& record : csv.records.mid(1))
             ReadRow(record);
-        if (rows.isEmpty())
+        if (!hasRows)
             faults.Add(Translate("%1: expected a row for each ply behind the header, found none").arg(file));
         CheckOrder();
         return rows;
@@ -58,6 +58,12 @@ private:
     void ReadHeader()
     {
         const JobCsvRecord header = csv.records.value(0, {1, {}});
+        if (IsBlank(header)) {
+            faults.Add(
+                header.line, QString(),
+                Translate("expected a header row with %1, found none").arg(GetColumns().join(QChar(csv.separator))));
+            return;
+        }
         QStringList unknown;
         for (qsizetype at = 0; at < header.values.size(); ++at) {
             const QString name = header.values[at].toLower();
@@ -81,6 +87,12 @@ private:
         width = header.values.size();
     }
 
+    static bool IsBlank(const JobCsvRecord& record)
+    {
+        return std::all_of(record.values.begin(), record.values.end(),
+                           [](const QString& value) { return value.isEmpty(); });
+    }
+
     static QString DescribeNearest(const QString& name, const QStringList& unknown)
     {
         const QString nearest = ZETOpenJsonDocument::GetNearest(name, unknown);
@@ -92,8 +104,9 @@ private:
         QStringList& values = record.values;
         while (values.size() > width && values.last().isEmpty()) // some programs fill up what has no columns
             values.removeLast();
-        if (std::all_of(values.begin(), values.end(), [](const QString& value) { return value.isEmpty(); }))
+        if (IsBlank(record))
             return;
+        hasRows = true;
         if (values.size() != width) {
             faults.Add(record.line, QString(),
                        Translate("expected %1 values as in the header, found %2").arg(width).arg(values.size()));
@@ -174,6 +187,7 @@ private:
     JobFaults& faults;
     std::array<qsizetype, ColumnCount> places{-1, -1, -1, -1, -1, -1}; //!< of the columns in a record
     qsizetype width = 0;
+    bool hasRows = false; //!< also such as are wrong
     QList<JobPlyRow> rows;
 };
 } // namespace

@@ -181,11 +181,22 @@ class Faults(ConvertTest):
                     '1: boundary: expected a column of this name, found "bundary"')
         self.faults("A,S1,P1,Glass,0,Base\n", *[f"1: {name}: expected a column of this name, found none"
                                                 for name in HEADER.split(",")])
-        self.faults("\n", *[f"1: {name}: expected a column of this name, found none" for name in HEADER.split(",")])
+
+    def test_an_empty_list_is_told_in_one_line(self):
+        for content in ("", "\n", ",,,\n"):
+            self.write("p.csv", content)
+            self.expect(self.convert("p.csv"), 3, f"error: p.csv:1: expected a header row with {HEADER}, found none\n")
+        self.write("p.csv", ";;\n")
+        self.expect(self.convert("p.csv"), 3,
+                    f"error: p.csv:1: expected a header row with {HEADER.replace(',', ';')}, found none\n")
 
     def test_a_list_without_plies_is_told(self):
         self.write("p.csv", HEADER + "\n,,,,,\n")
         self.expect(self.convert("p.csv"), 3, "error: p.csv: expected a row for each ply behind the header, found none\n")
+
+    def test_a_list_of_wrong_rows_alone_is_not_called_empty(self):
+        self.faults(self.rows("A,S1,P1,Glass,0", "A,S1,P2"), "2: expected 6 values as in the header, found 5",
+                    "3: expected 6 values as in the header, found 3")
 
     def test_all_faults_of_the_rows_are_told_in_their_order(self):
         self.faults(self.rows("A,S1,P1,Glass,0,Base", "A,S1,,Glass,45,Base", "A,S1,P3,,4x5,Base", "A,S1,P1,Glass,0,Base",
