@@ -10,6 +10,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -39,6 +40,8 @@ public:
 
     int Run()
     {
+        if (std::all_of(paths.begin(), paths.end(), IsReport))
+            throw JobError(JobExit::WrongCall, Translate("expected a part file, found reports alone"));
         for (const QString& path : paths)
             CheckWithCompanion(path);
         if (isJson)
@@ -55,16 +58,23 @@ private:
         return settings.Get(u"units"_s).toInt() == 1 ? CheckFile::Inches : CheckFile::Millimetres;
     }
 
+    static bool IsReport(const QString& path) { return path.endsWith(u"-report.htm"_s); }
+
     void CheckWithCompanion(const QString& path)
     {
-        if (path.endsWith(u"-report.htm"_s))
+        if (IsReport(path))
             return; // a shell's * brings the reports of the jobs along
         const CheckFormat* const format = CheckOne(path, type);
         if (!format || !format->getCompanion)
             return;
         const QString companion = format->getCompanion(path);
-        if (QFileInfo(companion).isFile() && !paths.contains(companion))
+        if (paths.contains(companion))
+            return;
+        if (QFileInfo(companion).isFile())
             CheckOne(companion, format->companionType);
+        else if (!isJson &&
+                 !isQuiet) // a model without targets has none, and tool files may stand in a folder of theirs
+            JobConsole::WriteResult(Translate("%1: no such file beside %2").arg(companion, path));
     }
 
     /*! Null if the file can't be read. */
@@ -103,7 +113,12 @@ private:
             TellUnreadable(path, file.errorString());
             return {};
         }
-        return file.readAll();
+        QByteArray bytes = file.readAll();
+        if (bytes.isEmpty()) {
+            TellUnreadable(path, Translate("it is empty"));
+            return {};
+        }
+        return bytes;
     }
 
     void TellUnreadable(const QString& path, const QString& why)

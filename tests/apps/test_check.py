@@ -27,7 +27,8 @@ class Calls(CheckTest):
             "  normals: 0 points have one",
             "  size: 100.0 mm x 100.0 mm x 0.0 mm, if it is written in mm; the file doesn't tell",
             "     line  curves  points     length  size                           ply",
-            "        2       1       5   400.0 mm  100.0 mm x 100.0 mm x 0.0 mm   S/A"])
+            "        2       1       5   400.0 mm  100.0 mm x 100.0 mm x 0.0 mm   S/A",
+            "part.cal: no such file beside part.ply"])
         self.assertEqual(self.check("--quiet", "part.ply").stdout, "")
 
     def test_a_finding_is_one_line_with_file_line_and_ply(self):
@@ -81,15 +82,14 @@ class Calls(CheckTest):
                 ("folder.ply", "can't read folder.ply: it is no regular file"),
                 ("/dev/zero", "can't read /dev/zero: it is no regular file"),
                 ("words.txt", "can't read words.txt: the type isn't known by its name or its content; --type tells it"),
-                ("empty.ply", 'can\'t read empty.ply: it is no file of the type Virtek: line 1: the file ends too early: '
-                              'expected "EOD"'),
+                ("empty.ply", "can't read empty.ply: it is empty"),
                 ("words.ply", "can't read words.ply: it is no file of the type Virtek: line 1: expected the begin of a "
                               'layer or of a ply, found "These are words."')):
             with self.subTest(name=name):
                 result = self.check(name, "good.ply", code=2)
                 self.assertEqual(result.stderr, f"error: {text}\n")
                 self.assertTrue(result.stdout.startswith("good.ply: Virtek\n"))
-                self.assertEqual(result.stdout.count("good.ply"), 1)
+                self.assertEqual(result.stdout.count("good.ply: Virtek"), 1)
 
     def test_the_type_is_known_by_content_and_can_be_told(self):
         self.write("part.dat", GOOD)
@@ -102,6 +102,32 @@ class Calls(CheckTest):
         self.write("part.ply", GOOD)
         self.write("part.ply-report.htm", "<HTML>")
         self.assertNotIn("htm", self.check("part.ply", "part.ply-report.htm").stdout)
+        # Nothing was checked, so nothing can be said to be in order.
+        self.assertEqual(self.check("part.ply-report.htm", code=2).stderr,
+                         "error: expected a part file, found reports alone\n")
+
+    def test_a_calibration_file_that_is_not_there_is_told(self):
+        self.write("part.ply", GOOD)
+        self.assertEqual(self.check("part.ply").stdout.splitlines()[-1], "part.cal: no such file beside part.ply")
+        self.assertEqual(self.check("--quiet", "part.ply").stdout, "")
+        self.write("part.cal", "1\nT a 0 0 0\n")
+        self.assertNotIn("no such file", self.check("part.ply").stdout)
+        self.assertNotIn("no such file", self.check("part.ply", "part.cal").stdout)
+
+    def test_a_target_that_was_moved_by_hand_is_found(self):
+        self.write("part.ply", GOOD)
+        self.write("part.cal", "2\nT a 0 0 0\nT b 9 0 0\n2\nT b 8 0 0\nT a 8 0 0\n")
+        self.assertEqual(self.check("--quiet", "part.ply", code=1).stdout.splitlines(), [
+            "part.cal:5: warning: target b: it stands elsewhere than the target of this name in line 3",
+            "part.cal:6: warning: target a: it stands where the projector's target in line 5 does",
+            "part.cal:6: warning: target a: it stands elsewhere than the target of this name in line 2"])
+
+    def test_a_byte_order_mark_is_told_and_the_file_read_all_the_same(self):
+        for name in ("part.ply", "part.dat"):
+            (self.folder / name).write_text(GOOD, encoding="utf-8-sig")
+            result = self.check(name, code=1)
+            self.assertIn("  plies and sub-plies: 1, curves: 1, points: 5, ", result.stdout)
+            self.assertIn(f"{name}:1: error: the file begins with a byte order mark, which no format has", result.stdout)
 
     def test_wrong_calls_are_told(self):
         for arguments, text in (([], "expected a part file, found none"),

@@ -358,18 +358,38 @@ private:
 
     void CheckTargets()
     {
-        QHash<std::pair<int, QString>, int> lines;
+        std::map<std::pair<int, std::array<double, 3>>, int> places;
+        std::map<std::pair<int, QString>, int> names;
+        QHash<QString, const CheckTarget*> firsts;
         for (const CheckTarget& target : file.targets) {
             CheckCharacters(target.name, Check::tr("a target's name"), target.line, {});
-            int& line = lines[{target.projector, target.name}];
-            if (line == 0)
-                line = target.line;
-            else if (!target.name.isEmpty())
-                Warn(target.line, {},
-                     Check::tr("target %1: the name of the projector's target in line %2 again")
-                         .arg(target.name)
-                         .arg(line));
+            if (const int line = Remember(places, {target.projector, target.position}, target.line); line > 0)
+                WarnOfTarget(target, Check::tr("it stands where the projector's target in line %1 does").arg(line));
+            if (target.name.isEmpty())
+                continue;
+            if (const int line = Remember(names, {target.projector, target.name}, target.line); line > 0)
+                WarnOfTarget(target, Check::tr("the name of the projector's target in line %1 again").arg(line));
+            const CheckTarget*& first = firsts[target.name];
+            if (!first)
+                first = &target;
+            else if (first->projector != target.projector && first->position != target.position)
+                WarnOfTarget(target,
+                             Check::tr("it stands elsewhere than the target of this name in line %1").arg(first->line));
         }
+    }
+
+    /*! The line that is known of \a key, or 0 with \a line remembered. */
+    template <typename Key>
+    static int Remember(std::map<Key, int>& lines, const Key& key, int line)
+    {
+        const auto [known, isNew] = lines.try_emplace(key, line);
+        return isNew ? 0 : known->second;
+    }
+
+    void WarnOfTarget(const CheckTarget& target, const QString& text)
+    {
+        const QString name = target.name.isEmpty() ? QString::number(target.number) : target.name;
+        Warn(target.line, {}, Check::tr("target %1: %2").arg(name, text));
     }
 
     const CheckFile& file;

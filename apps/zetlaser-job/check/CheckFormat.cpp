@@ -7,6 +7,8 @@
 
 namespace
 {
+constexpr QByteArrayView byteOrderMark = "\xEF\xBB\xBF";
+
 using GetFormats = std::vector<CheckFormat> (*)();
 
 /*! In the order in which they are asked whether a file is of their kind. APT begins as Virtek may. */
@@ -53,7 +55,7 @@ bool CheckFormats::IsCompanion(const CheckFormat& format)
 const CheckFormat* CheckFormats::Recognise(const QString& fileName, QByteArrayView bytes)
 {
     for (const CheckFormat& format : GetAll()) {
-        if (format.isAlike && format.isAlike(bytes))
+        if (format.isAlike && format.isAlike(SkipByteOrderMark(bytes)))
             return &format;
     }
     for (const CheckFormat& format : GetAll()) {
@@ -63,4 +65,14 @@ const CheckFormat* CheckFormats::Recognise(const QString& fileName, QByteArrayVi
         }
     }
     return nullptr;
+}
+
+bool CheckFormats::HasByteOrderMark(QByteArrayView bytes)
+{
+    return bytes.startsWith(byteOrderMark);
+}
+
+QByteArrayView CheckFormats::SkipByteOrderMark(QByteArrayView bytes)
+{
+    return HasByteOrderMark(bytes) ? bytes.sliced(byteOrderMark.size()) : bytes;
 }

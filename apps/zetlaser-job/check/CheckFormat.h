@@ -41,4 +41,7 @@ const CheckFormat* Find(const QString& type);
 bool IsCompanion(const CheckFormat& format);
 /*! By content, and where that doesn't tell, by the name of the file; null if neither does. */
 const CheckFormat* Recognise(const QString& fileName, QByteArrayView bytes);
+/*! What an editor may put ahead of a file: no format has it. */
+bool HasByteOrderMark(QByteArrayView bytes);
+QByteArrayView SkipByteOrderMark(QByteArrayView bytes);
 } // namespace CheckFormats

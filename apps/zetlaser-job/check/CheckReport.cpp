@@ -155,11 +155,14 @@ CheckedFile CheckBytes(const QString& path, const CheckFormat& format, QByteArra
     CheckedFile file;
     file.path = path;
     file.format = &format;
-    format.read(bytes, known, file.content);
+    format.read(CheckFormats::SkipByteOrderMark(bytes), known, file.content);
     const CheckFile::Unit told = file.content.unit == CheckFile::UnknownUnit ? unit : file.content.unit;
     file.unitLength = told == CheckFile::Inches ? inch : 1.0;
     file.plies = CheckMeasures::GetPlies(file.content);
     file.findings = file.content.findings;
+    if (CheckFormats::HasByteOrderMark(bytes))
+        file.findings.push_back(
+            {CheckSeverity::Error, 1, {}, Check::tr("the file begins with a byte order mark, which no format has")});
     // Of a file that isn't whole, half of what is doubtful is doubtful because of that.
     const std::vector<CheckFinding> faults = FindFaults(file.content, file.plies, file.unitLength);
     file.findings.insert(file.findings.end(), faults.begin(), faults.end());
