@@ -140,5 +140,67 @@ class Calls(CheckTest):
                 self.assertEqual(result.stdout, "")
 
 
+class Findings(CheckTest):
+    """A part file as the tool writes it, damaged in each way that the eye passes over."""
+
+    def setUp(self):
+        super().setUp()
+        self.assertEqual(self.run_tool(PANEL, "--type", "virtek", "--output", "panel.ply").returncode, 0)
+        self.good = (self.folder / "panel.ply").read_text()
+        self.check("--quiet", "panel.ply")
+
+    def ply(self, name):
+        begin, end = f"START {name}\n", f"END {name}\n"
+        return self.good[self.good.index(begin):self.good.index(end) + len(end)]
+
+    def expect_findings(self, damaged, *expected):
+        self.assertNotEqual(damaged, self.good)
+        self.write("panel.ply", damaged)
+        result = self.check("--quiet", "panel.ply", code=1)
+        self.assertEqual(result.stdout.splitlines(), [f"panel.ply:{line}" for line in expected])
+
+    def test_a_boundary_that_is_open(self):
+        self.expect_findings(self.good.replace("400.000000 0.000000", "400.000000 2.000000", 1),
+                             "3: warning: ply P1: no curve of the ply is closed")
+        self.expect_findings(self.good.replace("400.000000 0.000000", "400.000000 0.250000", 1),
+                             "3: warning: ply P1: no curve of the ply is closed",
+                             "4: warning: ply P1: a curve is nearly closed: 0.250 mm are missing")
+
+    def test_a_ply_without_area_or_nearly_so(self):
+        self.expect_findings(self.good.replace(self.ply("P1"), self.ply("P1").replace(" 300.000000 ", " 0.000000 ")),
+                             "4: warning: ply P1: a closed curve of 5 points encloses no area",
+                             "6: warning: ply P1: a point stands twice in a row, 2 times in the curve of line 4")
+        self.expect_findings(self.good.replace(self.ply("P1"), self.ply("P1").replace(" 300.000000 ", " 0.200000 ")),
+                             "3: warning: ply P1: the ply is tiny: it encloses 80.0 square millimetres")
+
+    def test_a_point_that_repeats(self):
+        self.expect_findings(self.good.replace("400.000000 300.000000", "400.000000 0.000000", 1),
+                             "6: warning: ply P1: a point stands twice in a row, 1 times in the curve of line 4")
+
+    def test_names_that_repeat_are_empty_or_beyond_ascii(self):
+        self.expect_findings(self.good.replace("P3b\n", "P3a\n"),
+                             "52: warning: ply P3a: the name of the ply in line 38 again")
+        self.expect_findings(self.good.replace("LAYER START S3", "LAYER START ").replace("LAYER END S3", "LAYER END "),
+                             "69: warning: a layer has no name")
+        self.expect_findings(self.good.replace("P2\n", "\n"), "17: warning: a ply has no name")
+        self.expect_findings(self.good.replace("P3b\n", "P3\u00df\n"),
+                             "52: warning: ply P3\u00df: the ply's name has characters beyond ASCII, which projectors may "
+                             'show as others: "P3\u00df"')
+
+    def test_normals_that_are_missing_or_on_the_other_side(self):
+        up, down = "   0.000000 0.000000 1.000000", "   0.000000 0.000000 -1.000000"
+        self.expect_findings(self.good.replace(up, "", 1), "4: warning: ply P1: 4 of 5 points of a curve have a normal")
+        self.expect_findings(self.good.replace(self.ply("P1"), self.ply("P1").replace(up, "")),
+                             "3: warning: ply P1: the ply has no normals, though others have")
+        self.expect_findings(self.good.replace(up, down, 1),
+                             "6: warning: ply P1: the normal points to the other side than that of the point before")
+        self.expect_findings(self.good.replace(self.ply("P3b"), self.ply("P3b").replace(up, down)),
+                             "52: warning: ply P3b: the normals go to the other side than those of other plies at the "
+                             "same places")
+
+    def test_a_file_that_ends_too_early(self):
+        self.expect_findings(self.good.replace("EOD\n", ""), '89: error: the file ends too early: expected "EOD"')
+
+
 if __name__ == "__main__":
     main()
