@@ -12,17 +12,25 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 constexpr qsizetype mostTold = 100;
+constexpr qsizetype longestTold = 400;
 
 QString Translate(const char* text)
 {
     return QCoreApplication::translate("zetlaser-job", text);
+}
+
+/*! Names and values of a file come with line ends, and of any length. */
+QString OnOneLine(QString text)
+{
+    text.replace(u'\r', u"\\r"_s).replace(u'\n', u"\\n"_s);
+    return text.size() > longestTold ? text.left(longestTold) + u"..."_s : text;
 }
 } // namespace
 
 QString JobFaults::Format(int line, const QString& column, const QString& text) const
 {
     const QString place = file + u':' + QString::number(line) + u": "_s;
-    return (column.isEmpty() ? place : place + column + u": "_s) + text;
+    return place + OnOneLine(column.isEmpty() ? text : column + u": "_s + text);
 }
 
 void JobFaults::Add(int line, const QString& column, const QString& text)

@@ -181,6 +181,8 @@ class Faults(ConvertTest):
                     '1: boundary: expected a column of this name, found "bundary"')
         self.faults("A,S1,P1,Glass,0,Base\n", *[f"1: {name}: expected a column of this name, found none"
                                                 for name in HEADER.split(",")])
+        self.faults('"lay\nup",sequence,ply,material,direction,boundary\n',
+                    r'1: layup: expected a column of this name, found "lay\nup"')
 
     def test_an_empty_list_is_told_in_one_line(self):
         for content in ("", "\n", ",,,\n"):
