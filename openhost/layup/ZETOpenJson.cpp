@@ -17,6 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 constexpr qint64 largestFile = 1LL << 30;
+constexpr qint64 blockSize = 1 << 20;
 constexpr int longestQuote = 60;
 
 /*! The texts of this file, in one context. */
@@ -323,7 +324,9 @@ ZETOpenJsonDocument::ZETOpenJsonDocument(const QString& fromFile)
     QFile source(file);
     if (!source.open(QIODevice::ReadOnly))
         throw ZETOpenJsonError(file, 0, QString(), Text::tr("can't be read: %1").arg(source.errorString()));
-    bytes = source.read(largestFile + 1);
+    // Block by block, because a read of so many bytes at once would make room for all of them.
+    for (QByteArray block; bytes.size() <= largestFile && !(block = source.read(blockSize)).isEmpty();)
+        bytes += block;
     if (source.error() != QFileDevice::NoError)
         throw ZETOpenJsonError(file, 0, QString(), Text::tr("can't be read: %1").arg(source.errorString()));
     if (bytes.size() > largestFile)
