@@ -187,6 +187,15 @@ class Findings(CheckTest):
                              "52: warning: ply P3\u00df: the ply's name has characters beyond ASCII, which projectors may "
                              'show as others: "P3\u00df"')
 
+    def test_the_name_of_the_part_counts_where_the_file_has_it(self):
+        for kind, name in (("lpt", "p.XML"), ("lap", "p.lpd"), ("quilmon", "p.CPD")):
+            with self.subTest(kind=kind):
+                call = [PANEL, "--type", kind, "--output", name, "--part-name", "Fl\u00fcgel"]
+                self.assertEqual(self.run_tool(*call).returncode, 0)
+                self.assertEqual(self.check("--quiet", name, code=1).stdout,
+                                 f"{name}: warning: the part's name has characters beyond ASCII, which projectors may "
+                                 'show as others: "Fl\u00fcgel"\n')
+
     def test_normals_that_are_missing_or_on_the_other_side(self):
         up, down = "   0.000000 0.000000 1.000000", "   0.000000 0.000000 -1.000000"
         self.expect_findings(self.good.replace(up, "", 1), "4: warning: ply P1: 4 of 5 points of a curve have a normal")

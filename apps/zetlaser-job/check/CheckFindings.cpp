@@ -76,6 +76,7 @@ private:
 
     void CheckNames()
     {
+        CheckCharacters(file.partName, Check::tr("the part's name"), 0, {});
         for (const CheckGroup& group : file.groups) {
             if (group.kind == CheckGroup::Part)
                 continue;
