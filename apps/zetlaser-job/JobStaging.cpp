@@ -13,6 +13,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <latch>
 #include <thread>
 
 #include <fcntl.h>
@@ -343,10 +344,14 @@ void JobStaging::WatchForInterruption()
             sigaddset(&watched, number);
     }
     pthread_sigmask(SIG_BLOCK, &watched, nullptr);
+    // It holds no lock of the allocator any more when this returns: who forks then has a child that can allocate.
+    static std::latch started(1);
     std::thread([] {
         int number = 0;
+        started.count_down();
         while (sigwait(&watched, &number) != 0) {
         }
         EndBySignal(number);
     }).detach();
+    started.wait();
 }

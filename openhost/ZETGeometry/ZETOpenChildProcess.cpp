@@ -97,6 +97,10 @@ bool TakeAnswer(const QByteArray& answer, Result& result)
     return true;
 }
 
+/*! How many times its processor time a child may take by the clock: it waits for nothing, so this is for one that
+ *  inherited a lock that nobody opens. */
+constexpr unsigned waitingFactor = 10;
+
 void LimitChild(pid_t parent, std::chrono::seconds limit)
 {
     // It ends with its parent, however that ends.
@@ -106,7 +110,7 @@ void LimitChild(pid_t parent, std::chrono::seconds limit)
     // What the parent does about faults is no use here: the fault itself is the answer.
     sigset_t faults;
     sigemptyset(&faults);
-    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGXCPU}) {
+    for (const int fault : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT, SIGXCPU, SIGALRM}) {
         std::signal(fault, SIG_DFL);
         sigaddset(&faults, fault);
     }
@@ -117,6 +121,7 @@ void LimitChild(pid_t parent, std::chrono::seconds limit)
     getrlimit(RLIMIT_CPU, &time);
     time.rlim_cur = std::min(rlim_t(limit.count()), time.rlim_max);
     setrlimit(RLIMIT_CPU, &time);
+    alarm(waitingFactor * unsigned(limit.count()));
     const int null = open("/dev/null", O_RDWR);
     for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         dup2(null, standard);
@@ -160,7 +165,7 @@ Result ZETOpenChildProcess::Run(const std::function<QByteArray()>& work, std::ch
     Result result;
     if (TakeAnswer(answer, result))
         result.error = result.end == Result::Threw ? QString::fromUtf8(result.bytes) : QString();
-    else if (WIFSIGNALED(status) && WTERMSIG(status) == SIGXCPU)
+    else if (WIFSIGNALED(status) && (WTERMSIG(status) == SIGXCPU || WTERMSIG(status) == SIGALRM))
         result.end = Result::TookTooLong;
     return result;
 }

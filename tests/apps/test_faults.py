@@ -57,9 +57,11 @@ class FaultTest(ToolTest):
     def get_previous(self, path):
         return f"previous {path.name}\n".encode()
 
+    sanitizer_options = ""
+
     def environment(self, call, number, effect):
         # The sanitizers' own library wants to come first, and says so.
-        sanitizer = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0"
+        sanitizer = os.environ.get("ASAN_OPTIONS", "") + ":verify_asan_link_order=0" + self.sanitizer_options
         return {**os.environ, "LD_PRELOAD": FAULTY_CALLS, "ZETLASER_FAULT": f"{call} {number} {effect}",
                 "ASAN_OPTIONS": sanitizer}
 
@@ -159,6 +161,7 @@ class Calls(FaultTest):
         self.expect(self.go_on(process), 4, "panel.ply: ", "; ", "panel.cal is new and can't be put back\n")
 
     def test_pictures_come_all_or_none(self):
+        self.sanitizer_options = ":detect_leaks=0"  # Qt loses a buffer where a PNG can't be written
         self.try_all(["create", "write", "rename"], errno.ENOSPC, "preview", PANEL, "--output", "panel", "--formats", "svg,png",
                      "--plies", "P1")  # of several plies the order differs from run to run
 

@@ -33,6 +33,7 @@ private slots:
     void crashIsTold();
     void answerThatIsCutOffIsACrash();
     void workWithoutEndIsEnded();
+    void workThatWaitsWithoutEndIsEnded();
     void outputIsLost();
     void noProcessIsLeftBehind();
 };
@@ -111,6 +112,18 @@ void TestOpenChildProcess::workWithoutEndIsEnded()
     const Result result = ZETOpenChildProcess::Run(
         [] {
             while (getpid() > 0) {
+            }
+            return QByteArray();
+        },
+        std::chrono::seconds(1));
+    QCOMPARE(result.end, Result::TookTooLong);
+}
+
+void TestOpenChildProcess::workThatWaitsWithoutEndIsEnded()
+{
+    const Result result = ZETOpenChildProcess::Run(
+        [] {
+            while (pause() != 0) {
             }
             return QByteArray();
         },
