@@ -2,6 +2,7 @@
 """Tests of `zetlaser-job check`, as its users call it: test_check.py PROGRAM SOURCE_DIR [unittest arguments]"""
 
 import json
+import re
 
 from tool_test import PANEL, SOURCE, ToolTest, main
 
@@ -209,6 +210,17 @@ class Findings(CheckTest):
 
     def test_a_file_that_ends_too_early(self):
         self.expect_findings(self.good.replace("EOD\n", ""), '89: error: the file ends too early: expected "EOD"')
+
+
+class Documents(CheckTest):
+    def test_the_output_in_the_document_is_what_is_told(self):
+        text = (SOURCE / "docs" / "check.md").read_text()
+        blocks = [block for kind, block in re.findall(r"^```(.*)\n([^`]*)^```$", text, re.M) if not kind]
+        self.assertEqual(len(blocks), 2)
+        self.assertEqual(self.run_tool(PANEL, "--type", "virtek", "--output", "panel.ply").returncode, 0)
+        self.assertEqual(self.check("panel.ply").stdout, blocks[0])
+        self.write("panel.ply", (self.folder / "panel.ply").read_text().replace("P3b\n", "P3a\n"))
+        self.assertEqual(self.check("--quiet", "panel.ply", code=1).stdout, blocks[1])
 
 
 if __name__ == "__main__":
