@@ -18,6 +18,9 @@
 #include <QFileInfo>
 #include <QUrl>
 
+#include <algorithm>
+#include <cmath>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace
@@ -25,6 +28,8 @@ namespace
 const QStringList unitNames{u"mm"_s, u"cm"_s, u"m"_s, u"in"_s};
 constexpr double unitScales[] = {1.0, 10.0, 1000.0, 25.4};
 constexpr double defaultProjectionLimit = 1.0; // mm
+// No part is so large. Beyond it the kernel has no digits left for what it looks for, and looks on.
+constexpr double largestLength = 1e7; // mm
 } // namespace
 
 ZETOpenLayupModel::ZETOpenLayupModel() = default;
@@ -163,37 +168,50 @@ void ZETOpenLayupBuilder::SetUp(ZETFeatObject& feature, const Value& object)
     places.insert(&feature, {object.GetPath(), object.GetLine()});
 }
 
+double ZETOpenLayupBuilder::ToMillimetres(const Value& where, double number) const
+{
+    const double length = unitScale * number;
+    if (!(std::abs(length) <= largestLength))
+        where.Fail(tr("expected 10 km at most, found %1 %2").arg(number, 0, 'g', 10).arg(model.unit));
+    return length;
+}
+
 double ZETOpenLayupBuilder::ToLength(const Value& number) const
 {
-    return unitScale * number.ToNumber();
+    return ToMillimetres(number, number.ToNumber());
 }
 
 double ZETOpenLayupBuilder::ToPositiveLength(const Value& number, const QString& what) const
 {
-    return unitScale * number.ToPositiveNumber(what);
+    return ToMillimetres(number, number.ToPositiveNumber(what));
 }
 
 ZETMathPoint ZETOpenLayupBuilder::ToPoint(const Value& coordinates) const
 {
     double numbers[3];
     coordinates.ToNumbers(numbers, 3, tr("three coordinates"));
-    return {unitScale * numbers[0], unitScale * numbers[1], unitScale * numbers[2]};
+    return {ToMillimetres(coordinates, numbers[0]), ToMillimetres(coordinates, numbers[1]),
+            ToMillimetres(coordinates, numbers[2])};
 }
 
 ZETMathPoint ZETOpenLayupBuilder::ToFlatPoint(const Value& coordinates) const
 {
     double numbers[2];
     coordinates.ToNumbers(numbers, 2, tr("two coordinates"));
-    return {unitScale * numbers[0], unitScale * numbers[1], 0.0};
+    return {ToMillimetres(coordinates, numbers[0]), ToMillimetres(coordinates, numbers[1]), 0.0};
 }
 
 ZETMathVector ZETOpenLayupBuilder::ToDirection(const Value& coordinates) const
 {
     double numbers[3];
     coordinates.ToNumbers(numbers, 3, tr("a direction of three numbers"));
-    ZETMathVector direction(numbers[0], numbers[1], numbers[2]);
-    if (!(direction.GetSquaredMagnitude() > 0.0))
+    const double largest = std::max({std::abs(numbers[0]), std::abs(numbers[1]), std::abs(numbers[2])});
+    if (!(largest > 0.0))
         coordinates.Fail(tr("expected a direction, found one of length 0"));
+    // Scaled by a power of two, which changes no digit, because the square of a large or a small number is none.
+    for (double& number : numbers)
+        number = std::scalbn(number, -std::ilogb(largest));
+    ZETMathVector direction(numbers[0], numbers[1], numbers[2]);
     direction.Normalize();
     return direction;
 }

@@ -108,6 +108,8 @@ private:
     const T& Resolve(const Names<T>& names, const Value& reference, const QString& what) const;
     void SetUp(ZETFeatObject& feature, const Value& object);
 
+    /*! \a number, which stands at \a where, in mm; throws if it is larger than any part. */
+    double ToMillimetres(const Value& where, double number) const;
     double ToLength(const Value& number) const;
     double ToPositiveLength(const Value& number, const QString& what) const;
     ZETMathPoint ToPoint(const Value& coordinates) const;

@@ -120,6 +120,7 @@ class TestZETOpenLayupFile : public QObject
 private Q_SLOTS:
     void makesTheTreeInItsOrder();
     void bringsLengthsToMillimetresAndAnglesToRadians();
+    void takesDirectionsOfAnyLength();
     void fillsPliesAndStrategies();
     void fillsFlatPatterns();
     void fillsExtraGeometryInMixedOrder();
@@ -181,6 +182,16 @@ void TestZETOpenLayupFile::bringsLengthsToMillimetresAndAnglesToRadians()
     QVERIFY(axis.GetOrigin().GetDistanceTo({10.0, 20.0, 30.0}) < 1e-9);
     QVERIFY((axis.GetFirstDirection() - ZETMathVector(0.0, 1.0, 0.0)).GetSquaredMagnitude() < 1e-18);
     QVERIFY((axis.GetSecondDirection() - ZETMathVector(-1.0, 0.0, 0.0)).GetSquaredMagnitude() < 1e-18);
+}
+
+void TestZETOpenLayupFile::takesDirectionsOfAnyLength()
+{
+    for (const char* length : {"2", "1e-200", "1e200", "4.9e-324"}) {
+        const auto axis = QByteArray("\"x\": [0, %, 0]").replace("%", length);
+        const ZETOpenLayupModel model = LoadText(QByteArray(layupText).replace("\"x\": [0, 2, 0]", axis));
+        const auto* system = Find<ZETWFAxisSystem>(model, u"Plate"_s);
+        QCOMPARE(system->GetAxis().GetFirstDirection(), ZETMathVector(0.0, 1.0, 0.0));
+    }
 }
 
 void TestZETOpenLayupFile::fillsPliesAndStrategies()
@@ -308,6 +319,10 @@ void TestZETOpenLayupFile::tellsWhatIsWrong_data()
         "expected an array of names of targets, found an object");
     row("text for flag", "\"drift\": true", "\"drift\": \"yes\"", 0, "targets[0].drift",
         "expected true or false, found the text \"yes\"");
+    row("far point", "[9, 5, 0]", "\n[9, -1000001, 0]", 1, "curves[0].points[2]",
+        "expected 10 km at most, found -1000001 cm");
+    row("more than a number", "\"thickness\": 0.1", "\"thickness\": 1e308", 0, "materials[0].thickness",
+        "expected 10 km at most, found 1e+308 cm");
     row("unknown surface", "\"workpiece\": \"Tool\"", "\"workpiece\": \"Tol\"", 0, "layups[0].workpiece",
         "unknown surface \"Tol\", did you mean \"Tool\"?");
     row("a curve for a surface", "\"workpiece\": \"Tool\"", "\"workpiece\": \"Ring\"", 0, "layups[0].workpiece",
