@@ -1,6 +1,7 @@
 #include "JobCheckCommand.h"
 
 #include "check/CheckReport.h"
+#include "JobCheckSurface.h"
 #include "JobConsole.h"
 #include "JobError.h"
 
@@ -11,6 +12,7 @@
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <memory>
 #include <optional>
 
 using namespace Qt::Literals::StringLiterals;
@@ -21,6 +23,9 @@ QString Translate(const char* text)
 {
     return QCoreApplication::translate("zetlaser-job", text);
 }
+
+/*! Farther off the tool than any laminate is thick. */
+constexpr double defaultLimit = 50.0; // mm
 
 /*! What `check` tells the shell. */
 enum CheckExit { ExitClean = 0, ExitFindings = 1, ExitUnreadable = 2 };
@@ -35,7 +40,10 @@ public:
         , unit(GetUnit(call.settings))
         , isJson(call.settings.Get(u"json"_s).toBool())
         , isQuiet(call.settings.Get(u"quiet"_s).toBool())
+        , limit(call.settings.Has(u"maxDistance"_s) ? call.settings.Get(u"maxDistance"_s).toDouble() : defaultLimit)
     {
+        if (call.settings.Has(u"layup"_s))
+            tool = MakeTool(call.settings);
     }
 
     int Run()
@@ -51,6 +59,16 @@ public:
     }
 
 private:
+    /*! A tool that can't be read ends the call as a file does. */
+    static std::unique_ptr<JobCheckSurface> MakeTool(const JobSettings& settings)
+    {
+        try {
+            return std::make_unique<JobCheckSurface>(settings.GetText(u"layup"_s), settings.GetText(u"axisSystem"_s));
+        } catch (const JobError& error) {
+            throw JobError(JobExit::WrongCall, error.GetText());
+        }
+    }
+
     static CheckFile::Unit GetUnit(const JobSettings& settings)
     {
         if (!settings.Has(u"units"_s))
@@ -89,7 +107,7 @@ private:
             TellUnreadable(path, Translate("the type isn't known by its name or its content; --type tells it"));
             return nullptr;
         }
-        const CheckedFile file = CheckBytes(path, *format, *bytes, unit);
+        CheckedFile file = CheckBytes(path, *format, *bytes, unit);
         if (file.IsUnreadable()) {
             const CheckFinding& first = file.findings.front();
             TellUnreadable(path, Translate("it is no file of the type %1: line %2: %3")
@@ -98,6 +116,8 @@ private:
                                      .arg(first.text));
             return nullptr;
         }
+        if (tool)
+            tool->Check(file, limit);
         Tell(file);
         return format;
     }
@@ -149,6 +169,8 @@ private:
     CheckFile::Unit unit;
     bool isJson;
     bool isQuiet;
+    double limit; //!< mm
+    std::unique_ptr<JobCheckSurface> tool;
     int exit = ExitClean;
     QJsonArray documents;
 };
@@ -177,6 +199,23 @@ QList<JobSetting> MakeOptions()
          .section = section,
          .help = Translate("Unit of files that don't tell it. Default: mm."),
          .choices = {u"mm"_s, u"in"_s}},
+        {.key = u"layup"_s,
+         .kind = JobSetting::File,
+         .section = section,
+         .help =
+             Translate("A layup file: tells how far the boundaries are off its tool surface, and whether their normals "
+                       "go to the side that is laid on."),
+         .suffixes = {u"json"_s}},
+        {.key = u"axisSystem"_s,
+         .kind = JobSetting::Text,
+         .section = section,
+         .help = Translate("With --layup: the rosette that the files refer to. Default: the model's own axes."),
+         .placeholder = u"NAME"_s},
+        {.key = u"maxDistance"_s,
+         .kind = JobSetting::Length,
+         .section = section,
+         .help = Translate("With --layup: a point farther off the tool than this is a finding. Default: %1.")
+                     .arg(defaultLimit)},
         {.key = u"quiet"_s,
          .kind = JobSetting::Flag,
          .section = section,

@@ -187,6 +187,11 @@ QStringList GetPlyPaths(const ZETLaserOptions& options)
 }
 } // namespace
 
+ZETCompRosette* FindRosette(const ZETCompRoot& root, const QString& name)
+{
+    return FindFeature<ZETCompRosette>(root, name, Translate("rosette"));
+}
+
 void FillOptions(ZETLaserOptions& options, ZETCompRoot& root, const JobSettings& settings)
 {
     ApplySettings(options, settings, false); // the output type for nesting has to be there before the configuration
@@ -195,8 +200,7 @@ void FillOptions(ZETLaserOptions& options, ZETCompRoot& root, const JobSettings&
     if (!settings.Has(u"partName"_s))
         options.SetPartName(root.GetLabel());
     if (settings.Has(u"axisSystem"_s)) {
-        options.SetAxisSystem(
-            FindFeature<ZETCompRosette>(root, settings.GetText(u"axisSystem"_s), Translate("rosette")));
+        options.SetAxisSystem(FindRosette(root, settings.GetText(u"axisSystem"_s)));
     }
     SelectPlies(options, root, settings);
     SelectProjectors(options, root, settings);

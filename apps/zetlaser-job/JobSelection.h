@@ -3,7 +3,9 @@
 #include <QVariant>
 
 class JobSettings;
+class QString;
 class ZETCompRoot;
+class ZETCompRosette;
 class ZETLaserOptions;
 struct JobSetting;
 
@@ -18,3 +20,6 @@ void FillOptions(ZETLaserOptions& options, ZETCompRoot& root, const JobSettings&
  *  filled job says, also where that is a default. Lists hold the names of all that is selected, plies with layup and
  *  sequence. Invalid or empty for nothing. */
 QVariant GetValueInForce(const JobSetting& setting, const JobSettings& settings, const ZETLaserOptions& options);
+
+/*! The rosette that names an axis system. Throws JobError that tells the nearest, if there is none. */
+ZETCompRosette* FindRosette(const ZETCompRoot& root, const QString& name);

@@ -3,6 +3,7 @@
 #include <QJsonArray>
 
 #include <algorithm>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -23,6 +24,13 @@ QStringList GetLayers(const CheckFile& file, const CheckGroup& ply)
     for (int at = ply.parent; at >= 0; at = file.groups[static_cast<size_t>(at)].parent)
         names.prepend(file.groups[static_cast<size_t>(at)].name);
     return names;
+}
+
+/*! In the order of the file; what concerns it as a whole comes last. */
+bool IsAhead(const CheckFinding& a, const CheckFinding& b)
+{
+    constexpr int last = std::numeric_limits<int>::max();
+    return (a.line == 0 ? last : a.line) < (b.line == 0 ? last : b.line);
 }
 
 std::array<double, 3> Scale(const std::array<double, 3>& sides, double factor)
@@ -142,6 +150,12 @@ CheckBox CheckedFile::GetBox() const
     return box;
 }
 
+void CheckedFile::AddWarning(int line, const QString& ply, const QString& text)
+{
+    const CheckFinding finding{CheckSeverity::Warning, line, ply, text};
+    findings.insert(std::upper_bound(findings.begin(), findings.end(), finding, IsAhead), finding);
+}
+
 bool CheckedFile::IsUnreadable() const
 {
     const auto isError = [](const CheckFinding& finding) { return finding.severity == CheckSeverity::Error; };
@@ -171,9 +185,7 @@ CheckedFile CheckBytes(const QString& path, const CheckFormat& format, QByteArra
     if (file.content.suppressedFindings > 0)
         file.findings.push_back(
             {CheckSeverity::Error, 0, {}, Check::tr("and %1 errors more").arg(file.content.suppressedFindings)});
-    std::stable_sort(file.findings.begin(), file.findings.end(), [](const CheckFinding& a, const CheckFinding& b) {
-        return (a.line == 0 ? INT_MAX : a.line) < (b.line == 0 ? INT_MAX : b.line);
-    });
+    std::stable_sort(file.findings.begin(), file.findings.end(), IsAhead);
     return file;
 }
 
@@ -208,6 +220,11 @@ QStringList CheckReport::GetSummary(const CheckedFile& file)
         lines.append(Check::tr("  size: %1, %2")
                          .arg(DescribeSize(Scale(file.GetBox().GetSides(), file.unitLength)), GetUnitText(file)));
     }
+    if (file.farthest)
+        lines.append(Check::tr("  farthest from the tool: %1 mm (line %2, ply %3)")
+                         .arg(file.farthest->distance, 0, 'f', 3)
+                         .arg(file.farthest->line)
+                         .arg(CheckLines::Escape(file.farthest->ply)));
     if (content.projectorCount > 0)
         lines.append(
             Check::tr("  targets: %1, projectors: %2").arg(content.targets.size()).arg(content.projectorCount));
@@ -245,6 +262,9 @@ QJsonObject CheckReport::GetJson(const CheckedFile& file)
                      {u"findings"_s, findings}};
     if (content.unit != CheckFile::UnknownUnit)
         json[u"unit"_s] = content.unit == CheckFile::Inches ? u"in"_s : u"mm"_s;
+    if (file.farthest)
+        json[u"farthest"_s] = QJsonObject{
+            {u"distance"_s, file.farthest->distance}, {u"line"_s, file.farthest->line}, {u"ply"_s, file.farthest->ply}};
     if (!content.partName.isEmpty())
         json[u"partName"_s] = content.partName;
     if (const CheckBox box = file.GetBox(); !box.IsEmpty())

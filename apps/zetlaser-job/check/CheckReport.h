@@ -10,6 +10,7 @@
 #include <QStringList>
 
 #include <array>
+#include <optional>
 #include <vector>
 
 /*! A file that was read back, what it amounts to, and all that was found. */
@@ -20,8 +21,17 @@ struct CheckedFile {
     double unitLength = 1.0; //!< in mm; 1 where nobody tells the unit
     std::vector<CheckPly> plies;
     std::vector<CheckFinding> findings; //!< of the reader and of the findings, in the order of the file
+    /*! The point that lies farthest from the tool, where somebody knows the tool. */
+    struct Farthest {
+        double distance = 0.0; //!< in mm
+        int line = 0;
+        QString ply;
+    };
+    std::optional<Farthest> farthest;
 
     CheckBox GetBox() const;
+    /*! Puts a finding to its place in the order of the file. */
+    void AddWarning(int line, const QString& ply, const QString& text);
     /*! Nothing of it was understood: it is no file of its format. */
     bool IsUnreadable() const;
 };
