@@ -4,6 +4,7 @@
 #include "JobError.h"
 #include "JobFileName.h"
 #include "JobInputs.h"
+#include "JobReadBack.h"
 #include "JobSelection.h"
 #include "JobStaging.h"
 #include "JobSteps.h"
@@ -53,29 +54,6 @@ public:
 private:
     QString before;
 };
-
-/*! The texts of a DXF file that are more than ASCII; none for any other file. */
-QStringList FindTextsBeyondAscii(const QString& fileName)
-{
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QByteArray bytes = file.readAll();
-    const auto isBeyond = [](QByteArrayView text) {
-        return std::any_of(text.begin(), text.end(), [](char c) { return uchar(c) >= 128; });
-    };
-    constexpr QByteArrayView textCode = "\n  1\n";
-    QStringList texts;
-    if (!bytes.startsWith("  0\nSECTION\n") || !isBeyond(bytes))
-        return texts;
-    for (qsizetype at = bytes.indexOf(textCode); at >= 0; at = bytes.indexOf(textCode, at)) {
-        at += textCode.size();
-        const QByteArray text = bytes.mid(at, bytes.indexOf('\n', at) - at);
-        if (isBeyond(text))
-            texts.append(QString::fromUtf8(text));
-    }
-    return texts;
-}
 } // namespace
 
 JobOutput::JobOutput(const JobSettings& jobSettings)
@@ -189,8 +167,8 @@ void JobOutput::Write()
     CheckWhole();
     if (partPlace->GetNames().isEmpty())
         throw JobError(JobExit::CannotWrite, Translate("can't write %1: no file came about").arg(fileName));
-    if (options->GetFileType() == ZETLaserOptions::FileDXF)
-        WarnOfLetters();
+    if (!settings.Has(u"check"_s) || settings.Get(u"check"_s).toBool())
+        ReadBack();
 }
 
 void JobOutput::WriteFiles()
@@ -240,19 +218,14 @@ void JobOutput::CheckWhole() const
                        Translate("can't write %1: %2").arg(QFileInfo(faults.firstKey()).fileName(), faults.first()));
 }
 
-/*! DXF is written as UTF-8 and names no code page, so readers of its old form show other letters. */
-void JobOutput::WarnOfLetters() const
+void JobOutput::ReadBack() const
 {
-    QStringList told;
-    for (const QString& name : partPlace->GetNames()) {
-        for (const QString& text : FindTextsBeyondAscii(partPlace->GetPath() + u'/' + name)) {
-            if (told.contains(text))
-                continue;
-            told.append(text);
-            JobConsole::Warn(
-                Translate("the text \"%1\" has letters beyond ASCII; some readers of DXF show others").arg(text));
-        }
-    }
+    JobConsole::ShowProgress(Translate("reading %1 back").arg(fileName));
+    const QString partFolder = partPlace->GetPath();
+    const QStringList warnings =
+        JobReadBack::Check(*options, partFolder, toolPlace ? toolPlace->GetPath() : partFolder);
+    for (const QString& warning : warnings)
+        JobConsole::Warn(warning);
 }
 
 void JobOutput::DescribeResult()

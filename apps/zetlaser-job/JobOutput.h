@@ -38,8 +38,8 @@ public:
     /*! Path of the part file; none where files aren't asked for. */
     QStringList GetPartFile() const;
     /*! Reads the selected plies, thins their points, writes all files into the temporary folders, and looks whether
-     *  they are whole and can come to their places. The active configuration is that of this output again.
-     *  The summary, where one is asked for, tells of \a inputs. */
+     *  they are whole, hold what the tree holds and can come to their places. The active configuration is that of
+     *  this output again. The summary, where one is asked for, tells of \a inputs. */
     void Make(const JobInputs& inputs);
     /*! Final paths of all files that Make has written. */
     QStringList GetFiles() const;
@@ -56,7 +56,7 @@ private:
     void WriteFiles();
     void NameFinalToolFolder() const;
     void CheckWhole() const;
-    void WarnOfLetters() const;
+    void ReadBack() const;
     void DescribeResult();
 
     JobSettings settings;

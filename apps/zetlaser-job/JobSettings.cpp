@@ -119,6 +119,14 @@ QList<JobSetting> MakeTable()
          Translate("Write the files; without them the job is read and counted only."),
          {},
          Keep(&Options::CreateLaserData, &Options::SetCreateLaserData)},
+        {u"check"_s,
+         Kind::Switch,
+         job,
+         Translate(
+             "Read the files back and compare them with the model, point by point, before they are moved to their "
+             "places. Default: on."),
+         {},
+         {}},
 
         {u"layups"_s, Kind::List, choice, Translate("Layups whose plies are output, by name. Default: all."), {}, {}},
         {u"plies"_s,

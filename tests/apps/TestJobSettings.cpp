@@ -63,8 +63,8 @@ QMap<QString, QVariant> TakeSnapshot(const ZETLaserOptions& options)
 }
 
 /*! What the tool does itself: there is nothing in the record for it but lists and pointers into the model. */
-const QStringList ownSettings{u"output"_s,     u"summary"_s, u"configuration"_s, u"axisSystem"_s,
-                              u"projectors"_s, u"layups"_s,  u"plies"_s};
+const QStringList ownSettings{u"output"_s,     u"check"_s,      u"summary"_s, u"configuration"_s,
+                              u"axisSystem"_s, u"projectors"_s, u"layups"_s,  u"plies"_s};
 
 /*! A text that stands for another value than \a before. */
 QString GetOtherText(const JobSetting& setting, const QVariant& before)

@@ -77,6 +77,8 @@ private:
                 file.unit = CheckFile::Inches;
             else
                 file.AddExpected(line, Check::tr("the unit mm or in"), unit);
+        } else if (keyword == headKeywords[2] && found != "ID_SYNTAX \"1.5\"") {
+            file.AddExpected(line, u"ID_SYNTAX \"1.5\""_s, found);
         }
         lines.Take();
     }

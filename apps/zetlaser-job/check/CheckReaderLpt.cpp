@@ -184,7 +184,11 @@ public:
     void Read()
     {
         ReadTag("<XML>", "<PART ");
-        ReadPart();
+        if (!ReadPart()) {
+            CheckTopLayers();
+            ReadDocumentEnd();
+            return;
+        }
         while (SkipBlanks() && !lines.Peek().startsWith("</PART>"))
             ReadLine();
         if (lines.AtEnd()) {
@@ -198,10 +202,11 @@ public:
     }
 
 private:
-    void ReadPart()
+    /*! False for a part that its tag ends at once, because nothing is in it. */
+    bool ReadPart()
     {
         if (!SkipBlanks())
-            return;
+            return true;
         partLine = lines.GetLineNumber();
         CheckCursor cursor(lines.Peek());
         cursor.Text("<PART");
@@ -213,11 +218,13 @@ private:
         Fixed(cursor, "HIGHESTPLY", "50");
         Fixed(cursor, "USEASSIGNEDLASERS", "0");
         Fixed(cursor, "DEFAULTLASER", "0");
-        cursor.Text(">").End().Report(partLine, file);
+        const bool isEmpty = cursor.StartsWith("/>");
+        cursor.Text(isEmpty ? "/>" : ">").End().Report(partLine, file);
         if (cursor.IsGood())
             file.values.emplace_back(u"TOPLAYERS"_s, QString::number(announcedLayers));
         if (!IsElement(lines.Peek()))
             lines.Take();
+        return !isEmpty;
     }
 
     static void ReadDate(CheckCursor& cursor)

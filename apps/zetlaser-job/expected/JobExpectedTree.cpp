@@ -1,0 +1,123 @@
+#include "JobExpectedTree.h"
+
+#include <ZETComposites/ZETCompRosette.h>
+#include <ZETFeature/ZETFeatObject.h>
+
+#include <algorithm>
+
+JobExpectedTree::JobExpectedTree(const ZETLaserOptions& jobOptions, const ZETLaserOutline::Group& treeRoot)
+    : options(jobOptions)
+    , root(treeRoot)
+    , axis(GetOutputAxis(jobOptions))
+    , scale(GetUnitScale(jobOptions))
+{
+}
+
+CheckFile JobExpectedTree::Make()
+{
+    AddHead();
+    AddGroups(root.groups);
+    AddTail();
+    return std::move(file);
+}
+
+void JobExpectedTree::AddGroups(const QList<Group>& groups)
+{
+    for (const Group& group : groups) {
+        if (group.pointCount > 0)
+            AddGroup(group);
+    }
+}
+
+bool JobExpectedTree::IsLayer(const Group& group) const
+{
+    return !IsPly(group) && (group.kind != Kind::Layup || options.GetNestSequencesWithinLayup());
+}
+
+bool JobExpectedTree::HasModelObject(const Group& group)
+{
+    return IsPly(group) && group.feature;
+}
+
+bool JobExpectedTree::HasPoints(const Contour& contour)
+{
+    return std::any_of(contour.curves.begin(), contour.curves.end(),
+                       [](const Curve& curve) { return !curve.points.isEmpty(); });
+}
+
+void JobExpectedTree::AddCurves(const Contour& contour)
+{
+    for (const Curve& curve : contour.curves) {
+        if (!curve.points.isEmpty())
+            AddCurve(curve);
+    }
+}
+
+void JobExpectedTree::AddCurve(const Curve& curve)
+{
+    file.BeginCurve(CheckCurveKind::Unknown, {}, 0);
+    AddPoints(curve, RepeatedPoint, WhereKnown);
+}
+
+void JobExpectedTree::AddPoints(const Curve& curve, Closing closing, Normals normals)
+{
+    const auto add = [&](const ZETLaserOutline::Point& point) {
+        CheckPoint& added = file.AddPoint(ToFile(point.GetShownPoint()), 0);
+        const bool isKnown = point.normal && options.GetIncludeNormalVectors();
+        added.hasNormal = normals == WhereKnown ? isKnown : normals == Always && options.GetIncludeNormalVectors();
+        if (added.hasNormal && point.normal)
+            added.normal = ToNumbers(axis * *point.normal);
+    };
+    for (const ZETLaserOutline::Point& point : curve.points)
+        add(point);
+    const bool isRepeated = closing == AlwaysRepeated || (closing == RepeatedPoint && curve.points.size() > 1);
+    if (curve.closed && isRepeated)
+        add(curve.points.front());
+    if (closing == Flag)
+        file.curves.back().closedByFlag = curve.closed;
+}
+
+void JobExpectedTree::AddParameters(const Group& group, std::initializer_list<int> types, CheckParameter::Kind kind)
+{
+    for (const Parameter& parameter : group.parameters) {
+        if (std::find(types.begin(), types.end(), parameter.type) != types.end())
+            AddParameter(kind, parameter.text);
+    }
+}
+
+std::array<double, 3> JobExpectedTree::ToFile(const ZETMathPoint& point) const
+{
+    return ToNumbers(axis * point, scale);
+}
+
+void JobExpectedTree::Append(std::vector<double>& numbers, const std::array<double, 3>& more)
+{
+    numbers.insert(numbers.end(), more.begin(), more.end());
+}
+
+ZETMathAxis GetOutputAxis(const ZETLaserOptions& options)
+{
+    const auto* rosette = qobject_cast<const ZETCompRosette*>(options.GetAxisSystem().data());
+    return rosette ? rosette->GetAxis() : ZETMathAxis();
+}
+
+double GetUnitScale(const ZETLaserOptions& options)
+{
+    constexpr double inch = 25.4; // mm
+    return options.GetUnits() == ZETLaserOptions::UnitsInches ? 1.0 / inch : 1.0;
+}
+
+std::array<double, 3> ToNumbers(const ZETMathPoint& point, double scale)
+{
+    return {point.GetX() * scale, point.GetY() * scale, point.GetZ() * scale};
+}
+
+std::array<double, 3> ToNumbers(const ZETMathVector& vector)
+{
+    return {vector.GetX(), vector.GetY(), vector.GetZ()};
+}
+
+QString WithoutBlanks(const QString& name)
+{
+    return QString(name).replace(u' ', u'_');
+}
