@@ -54,6 +54,9 @@ struct CheckCurve {
     /*! For formats that close a curve by a flag. Without a value a curve is closed by its last point being its first.
      */
     std::optional<bool> closedByFlag;
+    /*! Whole numbers that the format has for it beside its points, such as layer and colour, in the order of the file.
+     */
+    std::vector<int> attributes;
     size_t firstPoint = 0; //!< use CheckFile::GetPoints
     size_t pointCount = 0;
 };
@@ -62,8 +65,9 @@ struct CheckText {
     QString text;
     int group = -1;
     int line = 0;
-    /*! All numbers that the format has for it, in the order of the file; the first three are its place. */
+    /*! All real numbers that the format has for it, in the order of the file; the first three are its place. */
     std::vector<double> numbers;
+    std::vector<int> attributes; //!< as those of a curve
 };
 
 struct CheckParameter {

@@ -131,6 +131,7 @@ private:
         const auto kind = layer == rosetteLayer ? CheckCurveKind::Rosette : CheckCurveKind::Unknown;
         CheckCurve& curve = file.BeginCurve(kind, {}, line);
         curve.closedByFlag = (flags & closedFlag) != 0;
+        curve.attributes = {layer, lineStyle, colour, flags};
         while (isGood && !IsAtSeqEnd())
             isGood = ReadVertex(layer, colour);
         return isGood && ReadFixed({0, "SEQEND"});
@@ -184,6 +185,7 @@ private:
         CheckText& text = file.AddText(lines.TakeText("").value_or(QString()), line);
         text.numbers.assign(position.begin(), position.end());
         text.numbers.push_back(height);
+        text.attributes = {layer, colour};
         return true;
     }
 

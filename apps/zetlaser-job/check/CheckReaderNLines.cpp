@@ -411,7 +411,9 @@ private:
             return;
         }
         CheckLabel(line, text->first(separator));
-        if (CheckCurveNumber(line, text->sliced(separator + 1)))
+        const int curveOrRosette = ReadCurveNumber(line, text->sliced(separator + 1));
+        curve.attributes = {curveOrRosette};
+        if (curveOrRosette == rosetteNumber)
             curve.kind = CheckCurveKind::Rosette;
     }
 
@@ -428,17 +430,17 @@ private:
             file.AddExpected(line, u"\"%1\""_s.arg(values.back().second), label.toUtf8());
     }
 
-    /*! Curves of a contour are numbered from 1, and rosettes have no number; true for a rosette. */
-    bool CheckCurveNumber(int line, const QString& text)
+    /*! Curves of a contour are numbered from 1; a rosette has a word instead. */
+    int ReadCurveNumber(int line, const QString& text)
     {
         if (text == "ROSETTE"_L1)
-            return true;
+            return rosetteNumber;
         const auto number = CheckNumbers::ParseInteger(text.toUtf8());
         const bool isNext = number && (*number == curveNumber || (isNesting && *number == 1));
         if (!isNext)
             file.AddExpected(line, Check::tr("the curve %1, or ROSETTE").arg(curveNumber), text.toUtf8());
         curveNumber = number.value_or(curveNumber) + 1;
-        return false;
+        return curveNumber - 1;
     }
 
     void ReadPoint(int line)
@@ -521,6 +523,7 @@ private:
     static QByteArray Pad(int number, int width) { return QByteArray::number(number).rightJustified(width, '0'); }
 
     static inline const QString labelKey = u"LABEL"_s;
+    static constexpr int rosetteNumber = 0;
 
     CheckLines lines;
     CheckFile& file;

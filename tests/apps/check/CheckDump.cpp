@@ -8,6 +8,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace
 {
+QString ShowAttributes(const std::vector<int>& attributes)
+{
+    QString text;
+    for (const int attribute : attributes)
+        text += u" #%1"_s.arg(attribute);
+    return text;
+}
+
 template <typename Numbers>
 QString JoinNumbers(const Numbers& numbers)
 {
@@ -68,7 +76,7 @@ void DumpCurve(const CheckFile& file, const CheckCurve& curve, Lines& lines)
     text += u": %1 points"_s.arg(curve.pointCount);
     if (curve.closedByFlag)
         text += *curve.closedByFlag ? u", closed"_s : u", open"_s;
-    lines.Add(curve.line, text);
+    lines.Add(curve.line, text + ShowAttributes(curve.attributes));
     for (const CheckPoint& point : file.GetPoints(curve)) {
         lines.Add(point.line, u"point "_s + JoinNumbers(point.position) +
                                   (point.hasNormal ? u" / "_s + JoinNumbers(point.normal) : QString()));
@@ -112,7 +120,8 @@ QStringList Dump(const CheckFile& file)
     for (const CheckCurve& curve : file.curves)
         DumpCurve(file, curve, lines);
     for (const CheckText& text : file.texts)
-        lines.Add(text.line, u"text "_s + text.text + u' ' + JoinNumbers(text.numbers));
+        lines.Add(text.line,
+                  u"text "_s + text.text + u' ' + JoinNumbers(text.numbers) + ShowAttributes(text.attributes));
     for (const CheckParameter& parameter : file.parameters)
         lines.Add(parameter.line, GetWord(parameter.kind) + u' ' + parameter.text);
     for (const CheckTarget& target : file.targets)

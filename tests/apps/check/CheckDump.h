@@ -12,7 +12,7 @@ CheckFile ReadChecked(const QString& type, const QByteArray& bytes);
  *      2 layer S1                     3 ply P1                      40 end S1
  *      4 curve boundary P1 boundary 1: 3 points, closed
  *      5 point 0 0 0 / 0 0 1          the normal behind the slash
- *      9 text Hello 10 20 0           with all of its numbers
+ *      9 text Hello 10 20 0           with all of its numbers, and "#3" for each attribute, as behind a curve
  *      12 literal # raw               and the other kinds of parameters
  *      2 target TE1 drift projector 0 number 3 at 1 2 3
  *  and without a number the unit, the name of the part and further values. Findings are not in it. */

@@ -55,11 +55,11 @@ void TestCheckDxf::readsEachRecord()
 {
     QCOMPARE(head.count('\n'), 84);
     QCOMPARE(drawing.count('\n'), 184);
-    const QStringList held{u"85 text Left wing 1 2 3 50"_s,
-                           u"101 curve unknown: 2 points, closed"_s,
+    const QStringList held{u"85 text Left wing 1 2 3 50 #5 #6"_s,
+                           u"101 curve unknown: 2 points, closed #1 #3 #2 #9"_s,
                            u"121 point -1.5 2 0.125"_s,
                            u"133 point 4 5 6"_s,
-                           u"147 curve rosette: 1 points, open"_s,
+                           u"147 curve rosette: 1 points, open #4 #3 #2 #8"_s,
                            u"167 point 7 8 9"_s};
     for (const QByteArray& lineEnd : {QByteArray("\n"), QByteArray("\r\n")}) {
         const QByteArray bytes = QByteArray(drawing).replace("\n", lineEnd);
