@@ -1,6 +1,7 @@
 // Loaded ahead of a program (LD_PRELOAD), lets one of its calls to the system go wrong, as ZETLASER_FAULT says:
 // "rename 3 16" fails the third rename with error 16, "write 0 28" fails each write with error 28, and with a negative
-// number, as in "rename 3 -9", the program gets signal 9 ahead of its third rename.
+// number, as in "rename 3 -9", the program gets signal 9 ahead of its third rename. "alter 0 57" changes one bit of
+// byte 57 in all that is written to files, as a worn out stick may: a digit becomes another one.
 
 #include <atomic>
 #include <cerrno>
@@ -100,7 +101,13 @@ FAULTY ssize_t write(int file, const void* bytes, size_t count)
 {
     if (file > STDERR_FILENO && Fails("write"))
         return -1;
-    return GetNext<ssize_t (*)(int, const void*, size_t)>("write")(file, bytes, count);
+    const auto next = GetNext<ssize_t (*)(int, const void*, size_t)>("write");
+    const Fault& fault = GetFault();
+    if (file <= STDERR_FILENO || fault.call != "alter" || count <= static_cast<size_t>(fault.effect))
+        return next(file, bytes, count);
+    std::string altered(static_cast<const char*>(bytes), count);
+    altered[static_cast<size_t>(fault.effect)] ^= 1;
+    return next(file, altered.data(), count);
 }
 
 FAULTY int fsync(int file)

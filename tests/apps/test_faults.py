@@ -24,6 +24,10 @@ VIRTEK = [PANEL, "--type", "virtek", "--output", "panel.ply", "--summary", "pane
 SET = [{"type": "virtek", "output": "a.ply"}, {"type": "sl", "output": "b.sl"}, {"type": "lap", "output": "c.lpd"},
        {"type": "assembly-guidance", "output": "d.PRT"}, {"type": "dxf", "output": "e.DXF"}]
 
+# Those that hold points.
+PART_FILES = [("virtek", "ply"), ("lap", "lpd"), ("lpt", "XML"), ("faro", "XML"), ("sl", "sl"), ("assembly-guidance", "PRT"),
+              ("aligned-vision", "PRT"), ("general-scanning", "PRT"), ("quilmon", "CPD"), ("dxf", "DXF")]
+
 
 class FaultTest(ToolTest):
     def setUp(self):
@@ -164,6 +168,35 @@ class Calls(FaultTest):
         self.sanitizer_options = ":detect_leaks=0"  # Qt loses a buffer where a PNG can't be written
         self.try_all(["create", "write", "rename"], errno.ENOSPC, "preview", PANEL, "--output", "panel", "--formats", "svg,png",
                      "--plies", "P1")  # of several plies the order differs from run to run
+
+
+class Altered(FaultTest):
+    """A digit that isn't the one that was written: the job reads its files back before they come to their places."""
+
+    def make_altered(self, kind, extension, *options):
+        """The part file's path, the place of the digit, and what the job says."""
+        self.make_reference(PANEL, "--type", kind, "--output", f"{kind}.{extension}", *options)
+        path = self.folder / f"{kind}.{extension}"
+        place = path.read_bytes().index(b"300.000")
+        self.put_previous()
+        return path, place, self.run_with("alter", ALL, place)
+
+    def test_the_job_fails_and_the_previous_files_stay(self):
+        for kind, extension in PART_FILES:
+            with self.subTest(kind=kind):
+                path, _, result = self.make_altered(kind, extension)
+                self.expect(result, 5)
+                [error] = [line for line in result.stderr.splitlines() if line.startswith("error: ")]
+                self.assertRegex(error, rf"isn't kept: {path.name}:\d+: .*: expected 300\.0+, found 200\.0+$")
+                self.check_all_previous()
+                self.assertEqual(self.left_folders(), [])
+
+    def test_no_check_leaves_it_to_the_user(self):
+        for kind, extension in PART_FILES:
+            with self.subTest(kind=kind):
+                path, place, result = self.make_altered(kind, extension, "--no-check")
+                self.expect(result, 0)
+                self.assertEqual(path.read_bytes()[place:].split(b".")[0], b"200")
 
 
 class Places(FaultTest):
