@@ -141,6 +141,118 @@ class Calls(CheckTest):
                 self.assertEqual(result.stdout, "")
 
 
+class Tool(CheckTest):
+    """Files held against the tool that the layup file names."""
+
+    def setUp(self):
+        super().setUp()
+        layup = json.loads(PANEL.read_text())
+        layup["layups"] = [child for child in layup["layups"] if child["name"] == "Front"]
+        self.write("front.json", layup)
+        layup["layups"][0]["direction"] = "negative"
+        self.write("back.json", layup)
+        self.job("--output", "part.ply")
+        self.good = (self.folder / "part.ply").read_text()
+
+    def job(self, *arguments, layup="front.json"):
+        result = self.run_tool(layup, "--type", "virtek", *arguments)
+        self.assertEqual(result.returncode, 0, result.stderr)
+
+    def farthest(self, name, *arguments, layup="front.json", code=0):
+        return json.loads(self.check(name, "--json", "--layup", layup, *arguments, code=code).stdout)["files"][0]["farthest"]
+
+    def test_a_good_file_lies_on_the_tool(self):
+        self.assertRegex(self.check("part.ply", "--layup", "front.json").stdout,
+                         r"\n  farthest from the tool: 0\.000 mm \(line \d+, ply P\w+\)\n")
+        self.assertLess(self.farthest("part.ply")["distance"], 1e-6)
+
+    def test_axis_system_and_unit_are_those_of_the_file(self):
+        self.job("--output", "axis.ply", "--units", "in", "--axis-system", "Rosette")
+        self.assertLess(self.farthest("axis.ply", "--units", "in", "--axis-system", "Rosette")["distance"], 1e-4)
+        # Taken for the model's axes, it lies in the plane of the table and beside it.
+        self.assertGreater(self.farthest("axis.ply", "--units", "in", "--max-distance", "1e9")["distance"], 100)
+
+    def test_a_point_that_is_farther_off_than_meant_is_told(self):
+        corner = "400.000000 300.000000 "
+        self.write("part.ply", self.good.replace(corner + "0.000000", corner + "-50.250000", 1))
+        line = 1 + self.good[:self.good.index(corner)].count("\n")
+        text = f"part.ply:{line}: warning: ply P1: a point is 50.250 mm off the tool\n"
+        self.assertEqual(self.check("part.ply", "--quiet", "--layup", "front.json", code=1).stdout, text)
+        self.assertEqual(self.farthest("part.ply", code=1), {"distance": 50.25, "line": line, "ply": "P1"})
+        self.check("part.ply", "--quiet", "--layup", "front.json", "--max-distance", "50.5")
+        self.check("part.ply", "--quiet", "--layup", "front.json", "--max-distance", "50.2", code=1)
+
+    def test_a_point_that_bounds_no_ply_may_leave_the_tool(self):
+        self.write("part.ply", self.good.replace("END P1\n", "P 2\n0 0 0\n0 0 900\nEND P1\n"))
+        self.check("part.ply", "--quiet", "--layup", "front.json")
+
+    def test_normals_go_to_the_side_that_is_laid_on(self):
+        plies = ["P1", "P2", "P3a", "P3b"]
+        result = self.check("part.ply", "--quiet", "--layup", "back.json", code=1)
+        wrong = "the normals go to the side of the tool that isn't laid on"
+        self.assertEqual([line.split(": ", 2)[2] for line in result.stdout.splitlines()],
+                         [f"ply {ply}: {wrong}" for ply in plies])
+        self.job("--output", "back.ply", layup="back.json")
+        self.check("back.ply", "--quiet", "--layup", "back.json")
+        # The panel is laid on from both sides, so neither of them is wrong for a whole ply.
+        self.check("part.ply", "--quiet", "--layup", PANEL)
+
+    def test_a_normal_that_goes_to_the_other_side_is_told(self):
+        self.write("part.ply", self.good.replace("0.000000 0.000000 1.000000\n", "0.000000 0.000000 -1.000000\n", 1))
+        result = self.check("part.ply", "--quiet", "--layup", PANEL, code=1)
+        self.assertIn(": warning: ply P1: of the normals 4 go to one side of the tool and 1 to the other\n", result.stdout)
+
+    def test_a_layup_file_that_cannot_be_used_is_told(self):
+        self.write("broken.json", "{")
+        for arguments, text in ((["--layup", "gone.json"], "gone.json"), (["--layup", "broken.json"], "broken.json"),
+                                (["--layup", "front.json", "--axis-system", "Rosete"],
+                                 'the model has no rosette "Rosete", did you mean "Rosette"?')):
+            with self.subTest(arguments=arguments):
+                result = self.check("part.ply", *arguments, code=2)
+                self.assertRegex(result.stderr, r"\Aerror: .+\n\Z")
+                self.assertIn(text, result.stderr)
+                self.assertEqual(result.stdout, "")
+
+
+class AfterWriting(CheckTest):
+    """What a job says of the files that it has just written."""
+
+    def write_job(self, *arguments, code=0):
+        result = self.run_tool("panel.json", "--type", "virtek", "--output", "panel.ply", *arguments)
+        self.assertEqual(result.returncode, code, result.stderr)
+        return result.stderr
+
+    def test_what_is_doubtful_in_the_model_is_told_and_written(self):
+        layup = json.loads(PANEL.read_text())
+        layup["layups"][1]["children"][0]["children"][0]["boundary"] = [[50, 50, 0], [55, 50, 0], [55, 55, 0]]
+        self.write("panel.json", layup)
+        told = "warning: panel.ply:3: ply P1: the ply is tiny: it encloses 12.5 square millimetres\n"
+        self.assertIn(told, self.write_job())
+        self.assertNotIn("tiny", self.write_job("--no-check"))
+        self.assertIn(told, self.write_job("--check"))
+        self.write("settings.json", {"check": False})
+        self.assertNotIn("tiny", self.write_job("--settings", "settings.json"))
+
+    def test_names_that_lines_cannot_hold_are_told(self):
+        layup = json.loads(PANEL.read_text())
+        layup["layups"][1]["children"][0]["children"][0]["name"] = "P\n1"
+        self.write("panel.json", layup)
+        self.assertIn('warning: the name "P\\x0a1" holds a line end, so the files can\'t be compared with the model\n',
+                      self.write_job())
+
+    def test_texts_with_line_ends_and_literals_of_any_kind_are_compared(self):
+        layup = json.loads(PANEL.read_text())
+        layup["layups"][0]["children"] += [
+            {"kind": "parameter", "type": "information", "text": "one\nEND P1\nI 7"},
+            {"kind": "parameter", "type": "literal", "text": "P 2\n0 0 0\n1 1 1"},
+            {"kind": "parameter", "type": "literal", "text": "EOD"}]
+        self.write("panel.json", layup)
+        warnings = re.findall("warning: (.*)", self.write_job())
+        self.assertEqual(len(warnings), 5)
+        for warning in warnings:
+            self.assertRegex(warning, r": ply P\w+: a parameter's text has a line end in it: ")
+
+
 class Findings(CheckTest):
     """A part file as the tool writes it, damaged in each way that the eye passes over."""
 
