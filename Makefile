@@ -10,7 +10,7 @@ export CTEST_PARALLEL_LEVEL ?= $(shell nproc 2>/dev/null || echo 1)
 
 configure = cmake --preset $(1) -DZETLASER_WARNINGS_AS_ERRORS=$(WARNINGS_AS_ERRORS)
 
-.PHONY: help job test bench sanitize format lint install-dependencies
+.PHONY: help job test bench sanitize fuzz format lint install-dependencies
 
 help: ## Say what can be made
 	@echo 'Targets; each installs what it needs (Debian 12, as root or through sudo):'
@@ -40,6 +40,12 @@ sanitize: ## Run all tests under the address and undefined behaviour sanitizers
 	cmake --build --preset sanitize
 	ctest --preset sanitize
 
+fuzz: ## Run the fuzzers, FUZZ_SECONDS (60) each
+	scripts/install-dependencies.sh build fuzz
+	$(call configure,fuzz)
+	cmake --build --preset fuzz
+	scripts/fuzz.sh build/fuzz
+
 format: ## Lay out all sources with clang-format
 	scripts/install-dependencies.sh lint
 	scripts/list-sources.sh | xargs clang-format -i
@@ -52,4 +58,4 @@ lint: ## Check the layout, then look through all sources with clang-tidy
 	scripts/list-sources.sh '*.cpp' | xargs -P "$$(nproc)" -n 4 clang-tidy -p build/release --quiet
 
 install-dependencies: ## Install all that any target needs
-	scripts/install-dependencies.sh build bench lint browser
+	scripts/install-dependencies.sh build bench lint fuzz browser

@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# install-dependencies.sh [build|bench|lint|browser|cad|shells]...
+# install-dependencies.sh [build|bench|lint|fuzz|browser|cad|shells]...
 #
 # Installs the Debian packages that building and testing (build, the default), the benchmarks (bench), the source checks
-# (lint), the test of the preview's page (browser, 110 MB to load), the test that has a CAD program draw a DXF file
+# (lint), the fuzzers (fuzz), the test of the preview's page (browser, 110 MB to load), the test that has a CAD program draw a DXF file
 # (cad, 16 MB) or those of the completions (shells, 8 MB) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
 set -euo pipefail
 
@@ -19,6 +19,7 @@ build_packages=(
 )
 bench_packages=(libbenchmark-dev libboost-dev libdxflib-dev python3-ezdxf)
 lint_packages=(clang-format clang-tidy)
+fuzz_packages=(clang libclang-rt-14-dev)
 browser_packages=(chromium)
 cad_packages=(librecad)
 shells_packages=(zsh fish)
@@ -31,11 +32,12 @@ for group in "${@:-build}"; do
     case $group in
         build) wanted+=("${build_packages[@]}") ;;
         bench) wanted+=("${bench_packages[@]}") ;;
+        fuzz) wanted+=("${fuzz_packages[@]}") ;;
         lint) wanted+=("${lint_packages[@]}") ;;
         browser) wanted+=("${browser_packages[@]}") ;;
         cad) wanted+=("${cad_packages[@]}") ;;
         shells) wanted+=("${shells_packages[@]}") ;;
-        *) fail "unknown group \"$group\", expected build, bench, lint, browser, cad or shells" ;;
+        *) fail "unknown group \"$group\", expected build, bench, lint, fuzz, browser, cad or shells" ;;
     esac
 done
 

@@ -1,0 +1,52 @@
+sl
+GS Layup 1
+GS S1
+GS P1
+BG Outer
+L 4 1
+0.000 0.000 0.000   0.000 0.000 1.000  1
+100.000 0.000 0.000   0.000 0.000 1.000  1
+100.000 50.000 0.125  0 0 0  1
+0.000 0.000 0.000   0.000 0.000 1.000  1
+E Outer
+BG Line 1
+L 1 1
+10.000 10.000 5.000   0.600 0.000 0.800  1
+E Line 1
+BG Point
+L 1 1
+1.000 1.000 1.000  0 0 0  1
+E Point
+BG NOTE
+N 2
+note one
+Ply
+P1
+E NOTE
+BG GRAPHIC
+BMP 0 logo left.bmp
+E GRAPHIC
+raw line
+BG P1 Text
+T 10.000 20.000 0.000 0 12.500 0.000 0.000 1.000 1.000 0.000 0.000 0.000 1.000 0.000  1  0.0 0.0 0.0  ~P1 x
+E P1 Text
+GE
+GS P2a
+BG A
+L 1 1
+0.000 0.000 0.000  0 0 0  1
+E A
+BG P2a Text
+E P2a Text
+GE
+GE
+GE
+GS Checks
+GS Checks
+BG C
+L 1 1
+7.000 8.000 9.000  0 0 0  1
+E C
+GE
+GE
+EOF
