@@ -7,16 +7,9 @@
 #include <ZETGeometry/ZETGeoCurveOnSurface.h>
 #include <ZETGeometry/ZETGeoLocationOnSurface.h>
 
-#include <BRep_Builder.hxx>
-#include <BRepGProp.hxx>
 #include <CSLib_Class2d.hxx>
-#include <Geom2d_Line.hxx>
-#include <GProp_GProps.hxx>
-#include <Precision.hxx>
+#include <gp_Vec2d.hxx>
 #include <TColgp_SequenceOfPnt2d.hxx>
-#include <TopoDS_Edge.hxx>
-#include <TopoDS_Face.hxx>
-#include <TopoDS_Wire.hxx>
 
 #include <QCoreApplication>
 
@@ -46,6 +39,7 @@ struct Ring {
     void Close();
     gp_Pnt2d GetMiddle() const { return gp_Pnt2d(0.5 * (uMin + uMax), 0.5 * (vMin + vMax)); }
     bool Contains(const gp_Pnt2d& place) const;
+    bool HasArea() const;
 };
 
 void Ring::Close()
@@ -71,13 +65,24 @@ bool Ring::Contains(const gp_Pnt2d& place) const
 {
     return classifier->SiDans(place) != -1;
 }
+
+/*! Measured in parts of the ring's box, because the parameters of a surface have no common unit. */
+bool Ring::HasArea() const
+{
+    constexpr double smallest = 1e-9;
+    double doubled = 0.0;
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        const gp_Vec2d from(GetMiddle(), places[i]);
+        doubled += from.Crossed(gp_Vec2d(GetMiddle(), places[(i + 1) % places.size()]));
+    }
+    return std::abs(0.5 * doubled) > smallest * (uMax - uMin) * (vMax - vMin);
+}
 } // namespace
 
 class ZETOpenRegionPrivate
 {
 public:
     void AddBoundary(const ZETOpenChain& chain);
-    double ComputeArea(const Ring& ring) const;
     bool ContainsPlace(const gp_Pnt2d& place) const;
 
     const ZETOpenSurface* surface = nullptr;
@@ -116,33 +121,6 @@ void ZETOpenRegionPrivate::AddBoundary(const ZETOpenChain& chain)
         rings.push_back(std::move(ring));
 }
 
-/*! The kernel's integral over the face that the polygon bounds. */
-double ZETOpenRegionPrivate::ComputeArea(const Ring& ring) const
-{
-    BRep_Builder builder;
-    TopoDS_Wire wire;
-    builder.MakeWire(wire);
-    for (std::size_t i = 0; i < ring.places.size(); ++i) {
-        const gp_Pnt2d& start = ring.places[i];
-        const gp_Pnt2d& end = ring.places[(i + 1) % ring.places.size()];
-        const double length = start.Distance(end);
-        if (length <= Precision::PConfusion())
-            continue;
-        const Handle(Geom2d_Curve) side = new Geom2d_Line(start, gp_Dir2d(gp_Vec2d(start, end)));
-        TopoDS_Edge edge;
-        builder.MakeEdge(edge);
-        builder.UpdateEdge(edge, side, record->geometry, TopLoc_Location(), Precision::Confusion());
-        builder.Range(edge, record->geometry, TopLoc_Location(), 0.0, length);
-        builder.Add(wire, edge);
-    }
-    TopoDS_Face face;
-    builder.MakeFace(face, record->geometry, Precision::Confusion());
-    builder.Add(face, wire);
-    GProp_GProps properties;
-    BRepGProp::SurfaceProperties(face, properties);
-    return std::abs(properties.Mass());
-}
-
 bool ZETOpenRegionPrivate::ContainsPlace(const gp_Pnt2d& place) const
 {
     bool inside = false;
@@ -177,21 +155,7 @@ bool ZETOpenRegion::Contains(const ZETGeoLocationOnSurface& location) const
     return d->ContainsPlace(gp_Pnt2d(own.GetU(), own.GetV()));
 }
 
-// Worked out when it is asked for: the integral takes far longer than all the rest, and who asks for places needs none.
-double ZETOpenRegion::GetArea() const
+bool ZETOpenRegion::IsEmpty() const
 {
-    double area = 0.0;
-    CallKernel(GetTask(), [&] {
-        for (const Ring& ring : d->rings) {
-            // One that lies within an odd number of others is a hole.
-            bool isHole = false;
-            for (const Ring& other : d->rings) {
-                if (&other != &ring)
-                    isHole ^= other.Contains(d->record->Unwrap(other.GetMiddle(), ring.places.front()));
-            }
-            const double ringArea = d->ComputeArea(ring);
-            area += isHole ? -ringArea : ringArea;
-        }
-    });
-    return area;
+    return std::none_of(d->rings.begin(), d->rings.end(), [](const Ring& ring) { return ring.HasArea(); });
 }

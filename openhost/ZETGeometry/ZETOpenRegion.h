@@ -23,9 +23,8 @@ public:
     /*! Whether \a location lies within; on a boundary counts as within. A location of another surface is projected
      *  first. */
     bool Contains(const ZETGeoLocationOnSurface& location) const;
-    /*! The area on the surface, in mm2, holes taken off. Bent boundaries are taken as polygons that leave them by at
-     *  most 0.01 mm. */
-    double GetArea() const;
+    /*! Whether nothing is enclosed. */
+    bool IsEmpty() const;
 
 private:
     Q_DISABLE_COPY_MOVE(ZETOpenRegion)

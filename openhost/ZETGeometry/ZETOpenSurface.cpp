@@ -1,5 +1,7 @@
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
 
+#include "openhost/ZETGeometry/ZETOpenAssembledCurve.h"
+#include "openhost/ZETGeometry/ZETOpenClosedSurface_p.h"
 #include "openhost/ZETGeometry/ZETOpenKernel_p.h"
 #include "openhost/ZETGeometry/ZETOpenSurface_p.h"
 
@@ -177,12 +179,12 @@ ZETOpenSurfacePrivate::ZETOpenSurfacePrivate(const TopoDS_Face& trimmedFace)
         Precision::IsInfinite(vMin) || Precision::IsInfinite(vMax)) {
         throw ZETSysException(ZETOpenSurface::tr("the face has no bounds"));
     }
+    const double gap = std::max(openJoinTolerance, BRep_Tool::Tolerance(face));
+    const ZETOpenClosedSurface closed(geometry, uMin, uMax, vMin, vMax, gap);
+    geometry = closed.GetGeometry();
+    uPeriod = closed.GetUPeriod();
+    vPeriod = closed.GetVPeriod();
     adaptor = new GeomAdaptor_Surface(geometry, uMin, uMax, vMin, vMax);
-    const double slack = Precision::Angular();
-    if (geometry->IsUPeriodic() && uMax - uMin >= geometry->UPeriod() * (1.0 - slack))
-        uPeriod = geometry->UPeriod();
-    if (geometry->IsVPeriodic() && vMax - vMin >= geometry->VPeriod() * (1.0 - slack))
-        vPeriod = geometry->VPeriod();
 }
 
 ZETOpenRef<ZETOpenSurface> ZETOpenSurfacePrivate::Make(const TopoDS_Face& face, const QString& name)
@@ -190,6 +192,13 @@ ZETOpenRef<ZETOpenSurface> ZETOpenSurfacePrivate::Make(const TopoDS_Face& face, 
     auto record = std::make_unique<ZETOpenSurfacePrivate>(face);
     record->name = name;
     return ZETOpenRef<ZETOpenSurface>(new ZETOpenSurface(std::move(record)));
+}
+
+std::unique_ptr<ZETOpenSurfaceProjector> ZETOpenSurfacePrivate::MakeProjector() const
+{
+    // In the form of the file: the searches stay within the bounds, and are slow at the seam of a periodic spline.
+    const Handle(GeomAdaptor_Surface) own = new GeomAdaptor_Surface(BRep_Tool::Surface(face), uMin, uMax, vMin, vMax);
+    return std::make_unique<ZETOpenSurfaceProjector>(face, own);
 }
 
 gp_Vec ZETOpenSurfacePrivate::GetNormal(double u, double v) const
@@ -400,7 +409,7 @@ ZETGeoLocationOnSurface ZETOpenSurface::Project(const ZETMathPoint& point) const
         throw ZETSysException(tr("a point that has a coordinate that isn't a number can't be projected"));
     return CallKernel(tr("the point can't be projected to the surface"), [&] {
         if (!d->projector)
-            d->projector = std::make_unique<ZETOpenSurfaceProjector>(d->face, d->adaptor);
+            d->projector = d->MakeProjector();
         const auto place = d->projector->Project(ToKernel(point));
         if (!std::isfinite(place.distance))
             throw ZETSysException(tr("the point can't be projected to the surface"));

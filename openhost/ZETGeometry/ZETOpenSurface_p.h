@@ -24,6 +24,7 @@ public:
     /*! The surface that \a face is. Throws ZETSysException for a face without surface or bounds. */
     static ZETOpenRef<ZETOpenSurface> Make(const TopoDS_Face& face, const QString& name = QString());
 
+    std::unique_ptr<ZETOpenSurfaceProjector> MakeProjector() const;
     gp_Vec GetNormal(double u, double v) const;
     /*! \a to, moved by whole periods so that the way from \a from is the short one, where the face closes. */
     gp_Pnt2d Unwrap(const gp_Pnt2d& from, const gp_Pnt2d& to) const;
@@ -32,7 +33,7 @@ public:
     bool IsDegenerateInV(const gp_Pnt2d& place) const;
 
     TopoDS_Face face;
-    Handle(Geom_Surface) geometry;       //!< in model coordinates
+    Handle(Geom_Surface) geometry;       //!< in model coordinates, with a period where the face closes
     Handle(GeomAdaptor_Surface) adaptor; //!< over the bounds of the face
     double uMin = 0.0;
     double uMax = 0.0;

@@ -4,6 +4,7 @@
 #include "openhost/ZETComposites/ZETOpenGeometryFeature.h"
 #include "openhost/ZETFeature/ZETOpenModel.h"
 #include "openhost/ZETGeometry/ZETOpenAssembledCurve.h"
+#include "openhost/ZETGeometry/ZETOpenRegion.h"
 #include "openhost/ZETTopology/ZETOpenBodyBuilder.h"
 
 #include <ZETComposites/ZETCompFlatContour.h>
@@ -239,7 +240,8 @@ void ZETOpenLayupBuilder::CheckArea(const Value& value, const ZETGeoAssembledCur
         length += i > 0 ? points[i].GetDistanceTo(points[i - 1]) : 0.0;
     }
     const double area = 0.5 * std::sqrt(GetDoubleArea(points).GetSquaredMagnitude());
-    if (!(area > smallestRatio * length * length))
+    // What lies all round a tube cancels out in space, and has an area on the surface.
+    if (!(area > smallestRatio * length * length) && ZETOpenRegion({&boundary}).IsEmpty())
         value.Fail(tr("expected a boundary with an area, found one that encloses none"));
 }
 

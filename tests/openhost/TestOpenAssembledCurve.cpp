@@ -217,7 +217,7 @@ void TestOpenAssembledCurve::regionHoldsPlacesWithinItsBoundary()
     QVERIFY(holds(5.0, 5.0) && holds(15.0, 5.0) && holds(5.0, 15.0));
     QVERIFY(!holds(15.0, 15.0) && !holds(-1.0, 5.0) && !holds(25.0, 5.0));
     QVERIFY(holds(20.0, 5.0) && holds(0.0, 0.0));
-    QVERIFY(std::abs(region.GetArea() - 300.0) < 1e-6);
+    QVERIFY(!region.IsEmpty());
     // The same place told by another surface.
     const auto other = MakePlane();
     QVERIFY(region.Contains(other->Project({5.0, 5.0, 0.0})));
@@ -233,7 +233,6 @@ void TestOpenAssembledCurve::regionWithAHole()
     QVERIFY(region.Contains(plane->Project({10.0, 10.0, 0.0})));
     QVERIFY(!region.Contains(plane->Project({50.0, 50.0, 0.0})));
     QVERIFY(region.Contains(plane->Project({50.0, 71.0, 0.0})));
-    QVERIFY(std::abs(region.GetArea() - (10000.0 - 400.0 * pi)) < 1.0);
 }
 
 void TestOpenAssembledCurve::regionAcrossTheSeam()
@@ -250,7 +249,6 @@ void TestOpenAssembledCurve::regionAcrossTheSeam()
         QVERIFY(region.Contains(cylinder->Project(at(inside, 200.0))));
     for (const double outside : {-31.0, 31.0, 180.0})
         QVERIFY(!region.Contains(cylinder->Project(at(outside, 200.0))));
-    QVERIFY(std::abs(region.GetArea() - radius * pi / 3.0 * 200.0) < 1.0);
 }
 
 void TestOpenAssembledCurve::regionOfOpenOrWindingBoundariesIsEmpty()
@@ -259,12 +257,14 @@ void TestOpenAssembledCurve::regionOfOpenOrWindingBoundariesIsEmpty()
     const auto open = Curve::MakePolyline(plane, {{0, 0, 0}, {20, 0, 0}, {20, 10, 0}}, false);
     const ZETOpenRegion nothing({open.Get()});
     QVERIFY(!nothing.Contains(plane->Project({19.0, 1.0, 0.0})));
-    QCOMPARE(nothing.GetArea(), 0.0);
+    QVERIFY(nothing.IsEmpty());
+    const auto back = Curve::MakePolyline(plane, {{0, 0, 0}, {20, 7, 0}, {40, 14, 0}, {20, 7, 0}}, true);
+    QVERIFY(ZETOpenRegion({back.Get()}).IsEmpty());
     const auto cylinder = ZETOpenSurface::MakeCylinder(ZETMathAxis(), 10.0, 0.0, 2.0 * pi, 0.0, 100.0);
     const auto ring = Curve::MakePolyline(cylinder, {{10, 0, 50}, {-5, 8.660254, 50}, {-5, -8.660254, 50}}, true);
     const ZETOpenRegion winding({ring.Get()});
     QVERIFY(!winding.Contains(cylinder->Project({10.0, 0.0, 20.0})));
-    QCOMPARE(winding.GetArea(), 0.0);
+    QVERIFY(winding.IsEmpty());
 }
 
 QTEST_GUILESS_MAIN(TestOpenAssembledCurve)

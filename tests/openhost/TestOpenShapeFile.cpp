@@ -1,5 +1,6 @@
 #include "openhost/ZETGeometry/ZETOpenComboCurve.h"
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
+#include "openhost/ZETGeometry/ZETOpenRegion.h"
 #include "openhost/ZETGeometry/ZETOpenShapeFile.h"
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
 #include "tests/openhost/TestShapes.h"
@@ -9,7 +10,17 @@
 #include <ZETSystem/ZETSysException.h>
 
 #include <BRepBuilderAPI_MakeEdge.hxx>
+#include <BRepBuilderAPI_MakeFace.hxx>
 #include <BRepPrimAPI_MakeBox.hxx>
+#include <Geom_BSplineCurve.hxx>
+#include <Geom_BSplineSurface.hxx>
+#include <Geom_Circle.hxx>
+#include <Geom_CylindricalSurface.hxx>
+#include <Geom_Line.hxx>
+#include <Geom_RectangularTrimmedSurface.hxx>
+#include <Geom_SurfaceOfLinearExtrusion.hxx>
+#include <Geom_SurfaceOfRevolution.hxx>
+#include <GeomConvert.hxx>
 #include <gp_Circ.hxx>
 #include <IGESControl_Controller.hxx>
 #include <IGESControl_Writer.hxx>
@@ -38,6 +49,8 @@
 
 #include <cmath>
 #include <numbers>
+
+Q_DECLARE_METATYPE(TopoDS_Face)
 
 namespace
 {
@@ -130,6 +143,8 @@ private slots:
     void igesNamesAreRead();
     void nameOfABodyStandsForItsFaces();
     void holeIsNotPartOfTheFace();
+    void linesTakeTheShortWayAcrossASeam_data();
+    void linesTakeTheShortWayAcrossASeam();
     void edgesOfAFaceKeepTheirCurves();
     void wireRunsRoundTheFace();
     void looseEdgeIsProjected();
@@ -373,6 +388,56 @@ void TestOpenShapeFile::holeIsNotPartOfTheFace()
         QVERIFY(IsNear(plate->Project({60.0, 50.0, 3.0}).GetPoint(), {70.0, 50.0, 0.0}));
         QVERIFY(IsNear(plate->Project({50.0, 38.0, -3.0}).GetPoint(), {50.0, 30.0, 0.0}));
     }
+}
+
+void TestOpenShapeFile::linesTakeTheShortWayAcrossASeam_data()
+{
+    // A tube of radius 100, in all forms that a file may have for it.
+    QTest::addColumn<TopoDS_Face>("face");
+    const auto add = [](const char* name, const Handle(Geom_Surface) & surface, double u0, double u1, double v0,
+                        double v1) {
+        QTest::newRow(name) << TopoDS_Face(BRepBuilderAPI_MakeFace(surface, u0, u1, v0, v1, 1e-6));
+    };
+    const Handle(Geom_Surface) cylinder = new Geom_CylindricalSurface(gp_Ax3(), 100.0);
+    add("cylinder", cylinder, 0.0, 2.0 * pi, 0.0, 200.0);
+    add("turn told with ten digits", cylinder, 0.0, 6.283185307, 0.0, 200.0);
+    const Handle(Geom_Surface) piece = new Geom_RectangularTrimmedSurface(cylinder, 0.0, 2.0 * pi, 0.0, 200.0);
+    Handle(Geom_BSplineSurface) spline = GeomConvert::SurfaceToBSplineSurface(piece);
+    spline->SetUNotPeriodic();
+    add("spline without a period", spline, 0.0, 2.0 * pi, 0.0, 200.0);
+    Handle(Geom_BSplineSurface) turned = Handle(Geom_BSplineSurface)::DownCast(spline->Copy());
+    turned->ExchangeUV();
+    add("spline without a period in its other direction", turned, 0.0, 200.0, 0.0, 2.0 * pi);
+    Handle(Geom_BSplineCurve) circle =
+        GeomConvert::CurveToBSplineCurve(new Geom_Circle(gp_Ax2(gp_Pnt(), gp_Dir(0.0, 0.0, 1.0)), 100.0));
+    circle->SetNotPeriodic();
+    add("extrusion of a spline", new Geom_SurfaceOfLinearExtrusion(circle, gp_Dir(0.0, 0.0, 1.0)),
+        circle->FirstParameter(), circle->LastParameter(), 0.0, 200.0);
+    const Handle(Geom_Curve) wall = new Geom_Line(gp_Pnt(100.0, 0.0, 0.0), gp_Dir(0.0, 0.0, 1.0));
+    add("revolution", new Geom_SurfaceOfRevolution(wall, gp_Ax1()), 0.0, 2.0 * pi, 0.0, 200.0);
+}
+
+void TestOpenShapeFile::linesTakeTheShortWayAcrossASeam()
+{
+    QFETCH(TopoDS_Face, face);
+    WriteBrep(face, "tube.brep");
+    const auto surface = ZETOpenShapeFile("tube.brep").GetSingleFace();
+    const auto at = [](double degrees, double height) {
+        const double angle = degrees * pi / 180.0;
+        return ZETMathPoint(100.0 * std::cos(angle), 100.0 * std::sin(angle), height);
+    };
+    for (const double turn : {0.0, 90.0, 180.0, 270.0}) {
+        const auto curve =
+            ZETOpenCurveOnSurface::MakePolyline(surface, {at(turn - 20.0, 50.0), at(turn + 20.0, 50.0)}, false);
+        // The parameter of a spline isn't the angle, but its way is the arc all the same.
+        QVERIFY(std::abs(curve->GetLength() - 100.0 * pi * 40.0 / 180.0) < 1e-3);
+        QVERIFY(IsNear(curve->GetLocation(0.5 * curve->GetLength(), nullptr).GetMathPoint(), at(turn, 50.0), 1e-3));
+    }
+    const auto square = ZETOpenCurveOnSurface::MakePolyline(
+        surface, {at(-20.0, 50.0), at(20.0, 50.0), at(20.0, 150.0), at(-20.0, 150.0)}, true);
+    const ZETOpenRegion region({square.Get()});
+    QVERIFY(region.Contains(surface->Project(at(0.0, 100.0))));
+    QVERIFY(!region.Contains(surface->Project(at(180.0, 100.0))));
 }
 
 void TestOpenShapeFile::edgesOfAFaceKeepTheirCurves()
