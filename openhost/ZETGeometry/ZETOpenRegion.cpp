@@ -88,6 +88,7 @@ public:
     const ZETOpenSurface* surface = nullptr;
     const ZETOpenSurfacePrivate* record = nullptr;
     std::vector<Ring> rings;
+    bool hasWinding = false;
 };
 
 void ZETOpenRegionPrivate::AddBoundary(const ZETOpenChain& chain)
@@ -114,8 +115,10 @@ void ZETOpenRegionPrivate::AddBoundary(const ZETOpenChain& chain)
     const gp_Pnt2d last = ring.places.back();
     // A boundary that runs round the surface ends a turn away from its start.
     if ((record->uPeriod > 0.0 && std::abs(last.X() - first.X()) > 0.5 * record->uPeriod) ||
-        (record->vPeriod > 0.0 && std::abs(last.Y() - first.Y()) > 0.5 * record->vPeriod))
+        (record->vPeriod > 0.0 && std::abs(last.Y() - first.Y()) > 0.5 * record->vPeriod)) {
+        hasWinding = true;
         return;
+    }
     ring.Close();
     if (ring.classifier)
         rings.push_back(std::move(ring));
@@ -158,4 +161,9 @@ bool ZETOpenRegion::Contains(const ZETGeoLocationOnSurface& location) const
 bool ZETOpenRegion::IsEmpty() const
 {
     return std::none_of(d->rings.begin(), d->rings.end(), [](const Ring& ring) { return ring.HasArea(); });
+}
+
+bool ZETOpenRegion::HasWinding() const
+{
+    return d->hasWinding;
 }

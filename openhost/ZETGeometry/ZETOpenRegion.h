@@ -25,6 +25,8 @@ public:
     bool Contains(const ZETGeoLocationOnSurface& location) const;
     /*! Whether nothing is enclosed. */
     bool IsEmpty() const;
+    /*! Whether a closed boundary runs round a closed surface. */
+    bool HasWinding() const;
 
 private:
     Q_DISABLE_COPY_MOVE(ZETOpenRegion)

@@ -31,13 +31,21 @@ namespace
 {
 const QString extraGeometryKind = u"extra-geometry"_s;
 
-/*! Twice the vector area that \a points enclose: zero for a closed line that runs back on itself. */
-ZETMathVector GetDoubleArea(const QList<ZETMathPoint>& points)
+/*! Whether a boundary encloses something in space. That counts where it runs round its surface, as about a pole. */
+bool HasVectorArea(const ZETGeoAssembledCurveOnSurface& boundary)
 {
-    ZETMathVector sum;
-    for (qsizetype i = 1; i + 1 < points.size(); ++i)
-        sum = sum + ((points[i] - points[0]) ^ (points[i + 1] - points[0]));
-    return sum;
+    // A thin ply is long and has an area all the same; what is called zero is the rounding of the kernel.
+    constexpr double smallestRatio = 1e-9;
+    const ZETMathPoint start = boundary.GetPoint(0);
+    ZETMathVector doubled;
+    double length = 0.0;
+    for (int i = 1; i < boundary.GetNumPoints(); ++i) {
+        const ZETMathPoint before = boundary.GetPoint(i - 1);
+        const ZETMathPoint point = boundary.GetPoint(i);
+        doubled = doubled + ((before - start) ^ (point - start));
+        length += point.GetDistanceTo(before);
+    }
+    return 0.5 * std::sqrt(doubled.GetSquaredMagnitude()) > smallestRatio * length * length;
 }
 } // namespace
 
@@ -231,18 +239,10 @@ ZETOpenLayupBuilder::BoundaryRef ZETOpenLayupBuilder::MakeNamedBoundary(const Va
 
 void ZETOpenLayupBuilder::CheckArea(const Value& value, const ZETGeoAssembledCurveOnSurface& boundary) const
 {
-    // A thin ply is long and has an area all the same; what is called zero is the rounding of the kernel.
-    constexpr double smallestRatio = 1e-9;
-    QList<ZETMathPoint> points;
-    double length = 0.0;
-    for (int i = 0; i < boundary.GetNumPoints(); ++i) {
-        points.append(boundary.GetPoint(i));
-        length += i > 0 ? points[i].GetDistanceTo(points[i - 1]) : 0.0;
-    }
-    const double area = 0.5 * std::sqrt(GetDoubleArea(points).GetSquaredMagnitude());
-    // What lies all round a tube cancels out in space, and has an area on the surface.
-    if (!(area > smallestRatio * length * length) && ZETOpenRegion({&boundary}).IsEmpty())
-        value.Fail(tr("expected a boundary with an area, found one that encloses none"));
+    const ZETOpenRegion region({&boundary});
+    if (!region.IsEmpty() || (region.HasWinding() && HasVectorArea(boundary)))
+        return;
+    value.Fail(tr("expected a boundary with an area, found one that encloses none"));
 }
 
 void ZETOpenLayupBuilder::ReadStrategies(const Value& object, ZETCompPlyBase& ply, const LayupContext& context,

@@ -257,14 +257,14 @@ void TestOpenAssembledCurve::regionOfOpenOrWindingBoundariesIsEmpty()
     const auto open = Curve::MakePolyline(plane, {{0, 0, 0}, {20, 0, 0}, {20, 10, 0}}, false);
     const ZETOpenRegion nothing({open.Get()});
     QVERIFY(!nothing.Contains(plane->Project({19.0, 1.0, 0.0})));
-    QVERIFY(nothing.IsEmpty());
+    QVERIFY(nothing.IsEmpty() && !nothing.HasWinding());
     const auto back = Curve::MakePolyline(plane, {{0, 0, 0}, {20, 7, 0}, {40, 14, 0}, {20, 7, 0}}, true);
     QVERIFY(ZETOpenRegion({back.Get()}).IsEmpty());
     const auto cylinder = ZETOpenSurface::MakeCylinder(ZETMathAxis(), 10.0, 0.0, 2.0 * pi, 0.0, 100.0);
     const auto ring = Curve::MakePolyline(cylinder, {{10, 0, 50}, {-5, 8.660254, 50}, {-5, -8.660254, 50}}, true);
     const ZETOpenRegion winding({ring.Get()});
     QVERIFY(!winding.Contains(cylinder->Project({10.0, 0.0, 20.0})));
-    QVERIFY(winding.IsEmpty());
+    QVERIFY(winding.IsEmpty() && winding.HasWinding());
 }
 
 QTEST_GUILESS_MAIN(TestOpenAssembledCurve)
