@@ -127,9 +127,11 @@ void CheckIgesEnd(const QString& path, const QByteArray& bytes)
     const QList<QByteArray> lines = GetLines(bytes);
     for (const QByteArray& line : lines)
         ++counts[GetIgesSection(line)];
-    if (GetIgesSection(lines.last()) != 'T')
+    constexpr int sequenceColumn = 73;
+    if (GetIgesSection(lines.last()) != 'T' || lines.last().mid(sequenceColumn).trimmed().toInt() != 1)
         Fail(path, Text::tr("the IGES file ends too early"));
-    // The last line tells how many lines each section has: S0000001G0000004D0000030P0000020.
+    // The last line, which is the first of its section, tells how many lines each section has:
+    // S0000001G0000004D0000030P0000020.
     const QByteArray& last = lines.last();
     for (int at = 0; at < 4; ++at) {
         const char section = "SGDP"[at];
@@ -144,8 +146,9 @@ void CheckIgesEnd(const QString& path, const QByteArray& bytes)
 
 void CheckBrepEnd(const QString& path, const QByteArray& bytes)
 {
-    // The last line names the shape that the file is about: a sense, its number and its place. A zero may follow.
-    static const QRegularExpression end(u"\\*\\s+[-+ie]\\d+ \\d+(\\s+\\d+)?\\s*$"_s);
+    // The last line names the shape that the file is about: a sense, its number and its place. A zero may follow. Each
+    // number has a blank behind it, or some of its digits may be missing.
+    static const QRegularExpression end(u"\\*\\s+[-+ie]\\d+ \\d+\\s+(\\d+\\s+)?$"_s);
     const auto tail = QString::fromLatin1(bytes.last(std::min(qsizetype(256), bytes.size())));
     if (!end.match(tail).hasMatch())
         Fail(path, Text::tr("the BREP file ends too early"));
