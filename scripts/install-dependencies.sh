@@ -10,7 +10,7 @@ set -euo pipefail
 build_packages=(
     g++ make cmake ninja-build pkg-config
     qt6-base-dev qt6-5compat-dev
-    libocct-data-exchange-dev
+    libocct-data-exchange-dev occt-misc
     libjsoncpp-dev
     libcsv-dev
     hershey-fonts-data

@@ -6,6 +6,7 @@
 #include "JobError.h"
 #include "JobHelp.h"
 #include "JobPreviewCommand.h"
+#include "JobShapesCommand.h"
 #include "JobWriteCommand.h"
 
 #include "openhost/layup/ZETOpenJson.h"
@@ -27,8 +28,8 @@ QString Translate(const char* text)
 
 QList<JobCommand> MakeTable()
 {
-    QList<JobCommand> table{MakeWriteCommand(), MakePreviewCommand(), MakeCheckCommand(), MakeConvertCommand(),
-                            MakeHelpCommand()};
+    QList<JobCommand> table{MakeWriteCommand(),   MakePreviewCommand(), MakeCheckCommand(),
+                            MakeConvertCommand(), MakeShapesCommand(),  MakeHelpCommand()};
     for (JobCommand& command : table)
         command.options.prepend(MakeHelpOption(command));
     return table;

@@ -54,7 +54,7 @@ QList<JobSetting> MakeOptions()
          .section = model,
          .help = Translate("The plies are laid on the other side of the face. Default: off.")},
         {.key = u"scale"_s,
-         .kind = JobSetting::Number,
+         .kind = JobSetting::Scale,
          .section = model,
          .help = Translate("Millimetres a unit of the tool file, where the unit that it declares is wrong.")},
         {.key = u"rosetteOrigin"_s,
@@ -98,11 +98,8 @@ JobLayupFrame GetFrame(const JobSettings& settings, const QString& plyList)
     frame.face = settings.GetText(u"face"_s);
     frame.isReversed = settings.Get(u"reversed"_s).toBool();
     std::ignore = frame.face.toUInt(&frame.isFaceIndex);
-    if (settings.Has(u"scale"_s)) {
+    if (settings.Has(u"scale"_s))
         frame.scale = settings.Get(u"scale"_s).toDouble();
-        if (*frame.scale <= 0.0)
-            FailCall(Translate("--scale: expected a number above 0, found \"%1\"").arg(*frame.scale));
-    }
     TakeNumbers(settings, u"rosetteOrigin"_s, u"--rosette-origin"_s, frame.rosetteOrigin);
     TakeNumbers(settings, u"rosetteX"_s, u"--rosette-x"_s, frame.rosetteX);
     TakeNumbers(settings, u"rosetteY"_s, u"--rosette-y"_s, frame.rosetteY);

@@ -15,13 +15,6 @@ namespace
 const QString shapeName = u"Tool"_s;
 const QString rosetteName = u"Rosette"_s;
 
-/*! \a text as JSON, with its quotes. */
-QString Quote(const QString& text)
-{
-    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
-    return QString::fromUtf8(array.mid(1, array.size() - 2));
-}
-
 QString FormatNumber(double number)
 {
     return QString::number(number, 'g', QLocale::FloatingPointShortest);
@@ -45,7 +38,7 @@ QString FormatArray(const QStringList& elements, const QString& indentation)
 QString FormatPly(const JobPlyRow& ply)
 {
     return u"{\"name\": %1, \"direction\": %2, \"material\": %3, \"boundary\": %4}"_s.arg(
-        Quote(ply.ply), FormatNumber(ply.direction), Quote(ply.material), Quote(ply.boundary));
+        QuoteJson(ply.ply), FormatNumber(ply.direction), QuoteJson(ply.material), QuoteJson(ply.boundary));
 }
 
 /*! A name for the tool's surface that no boundary has: both stand among the geometries. */
@@ -61,30 +54,30 @@ QString MakeSurfaceName(const QList<JobPlyRow>& plies)
 QString FormatShape(const JobLayupFrame& frame)
 {
     const QString scale = frame.scale ? u", \"scale\": "_s + FormatNumber(*frame.scale) : QString();
-    return u"{\"name\": %1, \"file\": %2%3}"_s.arg(Quote(shapeName), Quote(frame.toolFile), scale);
+    return u"{\"name\": %1, \"file\": %2%3}"_s.arg(QuoteJson(shapeName), QuoteJson(frame.toolFile), scale);
 }
 
 QString FormatSurface(const JobLayupFrame& frame, const QString& name)
 {
     QString more;
     if (!frame.face.isEmpty())
-        more += u", \"face\": "_s + (frame.isFaceIndex ? frame.face : Quote(frame.face));
+        more += u", \"face\": "_s + (frame.isFaceIndex ? frame.face : QuoteJson(frame.face));
     if (frame.isReversed)
         more += u", \"reversed\": true"_s;
-    return u"{\"name\": %1, \"shape\": %2%3}"_s.arg(Quote(name), Quote(shapeName), more);
+    return u"{\"name\": %1, \"shape\": %2%3}"_s.arg(QuoteJson(name), QuoteJson(shapeName), more);
 }
 
 QString FormatRosette(const JobLayupFrame& frame)
 {
     return u"{\"name\": %1, \"origin\": %2, \"x\": %3, \"y\": %4}"_s.arg(
-        Quote(rosetteName), FormatNumbers(frame.rosetteOrigin), FormatNumbers(frame.rosetteX),
+        QuoteJson(rosetteName), FormatNumbers(frame.rosetteOrigin), FormatNumbers(frame.rosetteX),
         FormatNumbers(frame.rosetteY));
 }
 
 QString FormatMaterial(const JobPlyRow& ply)
 {
     // Files that are made for each material are named by type.
-    return u"{\"name\": %1, \"type\": %1}"_s.arg(Quote(ply.material));
+    return u"{\"name\": %1, \"type\": %1}"_s.arg(QuoteJson(ply.material));
 }
 
 /*! The first of \a plies for each value that \a member has in them. */
@@ -114,7 +107,7 @@ QString FormatSequence(const QList<JobPlyRow>& plies, qsizetype begin, qsizetype
     QStringList lines;
     for (qsizetype at = begin; at < end; ++at)
         lines.append(FormatPly(plies[at]));
-    return u"{\"name\": %1, \"children\": %2}"_s.arg(Quote(plies[begin].sequence), FormatArray(lines, u"      "_s));
+    return u"{\"name\": %1, \"children\": %2}"_s.arg(QuoteJson(plies[begin].sequence), FormatArray(lines, u"      "_s));
 }
 
 QString FormatLayup(const QList<JobPlyRow>& plies, qsizetype begin, qsizetype end, const QString& surface)
@@ -125,9 +118,15 @@ QString FormatLayup(const QList<JobPlyRow>& plies, qsizetype begin, qsizetype en
         sequences.append(FormatSequence(plies, at, next));
     }
     return u"{\"name\": %1, \"workpiece\": %2, \"rosette\": %3, \"children\": %4}"_s.arg(
-        Quote(plies[begin].layup), Quote(surface), Quote(rosetteName), FormatArray(sequences, u"    "_s));
+        QuoteJson(plies[begin].layup), QuoteJson(surface), QuoteJson(rosetteName), FormatArray(sequences, u"    "_s));
 }
 } // namespace
+
+QString QuoteJson(const QString& text)
+{
+    const QByteArray array = QJsonDocument(QJsonArray{text}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.mid(1, array.size() - 2));
+}
 
 JobLayupText::JobLayupText(const JobLayupFrame& frame, const QList<JobPlyRow>& plies,
                            const QHash<QString, QString>& curveKinds)
@@ -138,7 +137,7 @@ JobLayupText::JobLayupText(const JobLayupFrame& frame, const QList<JobPlyRow>& p
     for (const JobPlyRow& ply : FindFirst(plies, &JobPlyRow::boundary)) {
         lines.insert(u"curves[%1]"_s.arg(curves.size()), ply.line);
         curves.append(u"{\"name\": %1, \"shape\": %2, \"%3\": %1, \"on\": %4}"_s.arg(
-            Quote(ply.boundary), Quote(shapeName), curveKinds.value(ply.boundary), Quote(surface)));
+            QuoteJson(ply.boundary), QuoteJson(shapeName), curveKinds.value(ply.boundary), QuoteJson(surface)));
     }
     QStringList materials;
     for (const JobPlyRow& ply : FindFirst(plies, &JobPlyRow::material))
@@ -152,7 +151,7 @@ JobLayupText::JobLayupText(const JobLayupFrame& frame, const QList<JobPlyRow>& p
         layups.append(FormatLayup(plies, at, next, surface));
     }
     const QStringList members{
-        u"\"format\": \"zetlaser-layup\", \"version\": 1, \"units\": \"mm\", \"name\": "_s + Quote(frame.name),
+        u"\"format\": \"zetlaser-layup\", \"version\": 1, \"units\": \"mm\", \"name\": "_s + QuoteJson(frame.name),
         u"\"shapes\": "_s + FormatArray({FormatShape(frame)}, indentation),
         u"\"surfaces\": "_s + FormatArray({FormatSurface(frame, surface)}, indentation),
         u"\"curves\": "_s + FormatArray(curves, indentation),

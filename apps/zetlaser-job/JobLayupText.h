@@ -9,6 +9,9 @@
 
 #include <optional>
 
+/*! \a text as JSON, with its quotes. */
+QString QuoteJson(const QString& text);
+
 /*! What a layup file holds beside the plies of a list, in mm. */
 struct JobLayupFrame {
     QString name;

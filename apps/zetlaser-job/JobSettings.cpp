@@ -385,8 +385,8 @@ QString GetExpected(const JobSetting& setting)
         return Translate("one of %1").arg(setting.choices.join(u", "_s));
     case JobSetting::Length:
         return Translate("a length in mm, 0 or more");
-    case JobSetting::Number:
-        return Translate("a number");
+    case JobSetting::Scale:
+        return Translate("a number above 0");
     case JobSetting::Integer:
         return Translate("a whole number, 0 or more");
     case JobSetting::Color:
@@ -434,7 +434,7 @@ QVariant ParsePixelSize(const QString& text)
 
 QVariant CheckNumber(const JobSetting& setting, double number)
 {
-    if (!std::isfinite(number) || (setting.kind != JobSetting::Number && number < 0.0))
+    if (!std::isfinite(number) || number < 0.0 || (setting.kind == JobSetting::Scale && number == 0.0))
         return {};
     if (setting.kind != JobSetting::Integer)
         return number;
@@ -527,7 +527,7 @@ QString JobSetting::GetPlaceholder() const
         return u"MM"_s;
     case Integer:
         return u"N"_s;
-    case Number:
+    case Scale:
         return u"NUMBER"_s;
     case Color:
         return u"COLOR"_s;
@@ -594,7 +594,7 @@ QVariant JobSettingTable::ParseText(const JobSetting& setting, const QString& te
     case JobSetting::Choice:
         return ParseChoice(setting, text);
     case JobSetting::Length:
-    case JobSetting::Number:
+    case JobSetting::Scale:
     case JobSetting::Integer: {
         const double number = text.toDouble(&isNumber);
         return isNumber ? CheckNumber(setting, number) : QVariant();
@@ -625,7 +625,7 @@ QVariant JobSettingTable::ParseJson(const JobSetting& setting, const ZETOpenJson
     case JobSetting::Switch:
         return value.ToBool();
     case JobSetting::Length:
-    case JobSetting::Number:
+    case JobSetting::Scale:
     case JobSetting::Integer:
         parsed = CheckNumber(setting, value.ToNumber(GetExpected(setting)));
         break;

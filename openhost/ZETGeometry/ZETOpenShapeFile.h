@@ -3,12 +3,15 @@
 #include "openhost/ZETGeometry/ZETOpenRef.h"
 
 #include <ZETHostGlobal.h>
+#include <ZETMathematics/ZETMathBoundingBox.h>
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 class ZETOpenComboCurve;
 class ZETOpenCurveOnSurface;
@@ -55,6 +58,22 @@ public:
     /*! All names of faces, or of edges and wires, each once, in the file's order. */
     QStringList GetFaceNames() const;
     QStringList GetCurveNames() const;
+
+    /*! What a face, edge or wire is, for people who have to choose one. */
+    struct Part {
+        QString name;
+        QString kind;           //!< "plane", "line" and so on; of a wire "closed" or "open"
+        ZETMathBoundingBox box; //!< of a face, in mm
+        double length = 0.0;    //!< of an edge or a wire, in mm
+        int numEdges = 0;       //!< of a wire
+        QList<int> faces;       //!< that an edge or a wire bounds
+        QString fault;          //!< why it can't be used; empty if it can
+    };
+    QList<Part> DescribeFaces() const;
+    QList<Part> DescribeEdges() const;
+    QList<Part> DescribeWires() const;
+    /*! Groups of faces that have a name, such as solids and products, with their faces. */
+    QList<std::pair<QString, QList<int>>> GetBodies() const;
 
     /*! An edge, or all edges of a wire in order of travel, as a curve on \a surface: one segment for each edge that
      *  bounds this face of the file, its own curve in the face's parameters; any other edge is projected, in as many

@@ -75,7 +75,7 @@ QString GetOtherText(const JobSetting& setting, const QVariant& before)
     case JobSetting::Choice:
         return setting.choices[before.toInt() == 0 ? 1 : 0];
     case JobSetting::Length:
-    case JobSetting::Number:
+    case JobSetting::Scale:
         return u"12.5"_s;
     case JobSetting::Integer:
         return u"7"_s;

@@ -1,0 +1,6 @@
+#pragma once
+
+#include "JobCommand.h"
+
+/*! "zetlaser-job shapes": what a shape file holds. */
+JobCommand MakeShapesCommand();
