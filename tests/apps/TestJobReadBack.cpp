@@ -32,6 +32,8 @@ private slots:
     void randomJobsAreAsTheirTrees();
     void aFileThatIsAlteredIsRefused_data();
     void aFileThatIsAlteredIsRefused();
+    void parametersOnTheOtherSideOfTheCurvesAreRefused_data();
+    void parametersOnTheOtherSideOfTheCurvesAreRefused();
     void aTreeMayDifferByLessThanHalfAUnit_data();
     void aTreeMayDifferByLessThanHalfAUnit();
     void filesThatAreMissingOrTooManyAreRefused();
@@ -220,8 +222,8 @@ void TestJobReadBack::aFileThatIsAlteredIsRefused_data()
     row("general-scanning-nesting", 7, 2, u"p.PRT"_s, {});
     row("apt", 8, 0, u"p.APT"_s, {});
     row("quilmon", 12, 2, u"p.CPD"_s, {});
-    // Layers, colours and the place of the label are no part of the tree.
-    row("dxf", 11, 0, u"p.DXF"_s, {u"layer"_s, u"line style"_s, u"colour"_s, u"label"_s});
+    // The place of the label is no part of the tree.
+    row("dxf", 11, 0, u"p.DXF"_s, {u"label"_s});
 }
 
 namespace
@@ -242,12 +244,6 @@ QString NameOpenPlace(const QByteArray& bytes, qsizetype place)
     const qsizetype codeLine = bytes.lastIndexOf('\n', line - 2) + 1;
     const QByteArray code = bytes.mid(codeLine, line - 1 - codeLine).trimmed();
     const qsizetype entity = bytes.lastIndexOf("\n  0\n", place) + 5;
-    if (code == "8")
-        return u"layer"_s;
-    if (code == "6")
-        return u"line style"_s;
-    if (code == "62")
-        return u"colour"_s;
     const bool isFirstText = bytes.indexOf("\n  0\nTEXT\n") + 5 == entity;
     return isFirstText && (code == "10" || code == "20" || code == "30" || code == "40") ? u"label"_s : QString();
 }
@@ -283,6 +279,36 @@ void TestJobReadBack::aFileThatIsAlteredIsRefused()
     }
     QCOMPARE(found, QSet<QString>(kept.begin(), kept.end()));
     QVERIFY(refused > 0);
+}
+
+void TestJobReadBack::parametersOnTheOtherSideOfTheCurvesAreRefused_data()
+{
+    QTest::addColumn<QString>("head");
+    QTest::addColumn<QString>("partFile");
+    QTest::addColumn<bool>("isRefused");
+    const auto row = [](const char* name, int type, const QString& partFile, bool isRefused) {
+        QTest::newRow(name) << u"filetype %1\n"_s.arg(type) << partFile << isRefused;
+    };
+    row("virtek", 0, u"p.ply"_s, true);
+    row("lpt", 1, u"p.XML"_s, true);
+    row("lap", 3, u"p.lpd"_s, true);
+    row("sl", 4, u"p.sl"_s, true);
+    row("assembly-guidance", 5, u"p.PRT"_s, true);
+    row("general-scanning", 7, u"p.PRT"_s, false); // they have one place there
+    row("dxf", 11, u"p.DXF"_s, true);
+}
+
+void TestJobReadBack::parametersOnTheOtherSideOfTheCurvesAreRefused()
+{
+    QFETCH(const QString, head);
+    QFETCH(const QString, partFile);
+    QFETCH(const bool, isRefused);
+    for (const bool isAhead : {false, true}) {
+        WrittenJob job(head + u"rosettefirst "_s + (isAhead ? u"on\n"_s : u"off\n"_s) + everything, partFile);
+        QCOMPARE(job.FindFault(), QString());
+        job.job.GetOptions().SetRosetteBeforePlyGeometry(!isAhead);
+        QCOMPARE(job.FindFault().contains(u": order: "_s), isRefused);
+    }
 }
 
 void TestJobReadBack::aTreeMayDifferByLessThanHalfAUnit_data()

@@ -2,6 +2,9 @@
 
 #include "CheckLines.h"
 
+#include <QStringList>
+
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -30,7 +33,7 @@ public:
                             CompareAll(expected.curves, found.curves, &Comparison::CompareCurve) &&
                             CompareAll(expected.texts, found.texts, &Comparison::CompareText) &&
                             CompareAll(expected.parameters, found.parameters, &Comparison::CompareParameter) &&
-                            CompareAll(expected.targets, found.targets, &Comparison::CompareTarget);
+                            CompareAll(expected.targets, found.targets, &Comparison::CompareTarget) && CompareOrder();
         return isSame ? std::nullopt : std::optional(difference);
     }
 
@@ -138,7 +141,8 @@ private:
             CompareTexts(held.line, held.group, Check::tr("name of a curve"), wanted.name, held.name) &&
             CompareIntegers(held.line, held.group, Check::tr("closed"), int(wanted.closedByFlag.value_or(false)),
                             int(held.closedByFlag.value_or(false))) &&
-            CompareIntegers(held.line, held.group, Check::tr("points"), wanted.pointCount, held.pointCount);
+            CompareIntegers(held.line, held.group, Check::tr("points"), wanted.pointCount, held.pointCount) &&
+            CompareAttributes(held.line, held.group, Check::tr("curve"), wanted.attributes, held.attributes);
         if (!isSame)
             return false;
         const auto wantedPoints = expected.GetPoints(wanted);
@@ -148,6 +152,20 @@ private:
                 return false;
         }
         return true;
+    }
+
+    bool CompareAttributes(int line, int group, const QString& what, const std::vector<int>& wanted,
+                           const std::vector<int>& held)
+    {
+        if (wanted.empty() || wanted == held)
+            return true;
+        const auto show = [](const std::vector<int>& attributes) {
+            QStringList words;
+            for (const int attribute : attributes)
+                words.append(QString::number(attribute));
+            return words.join(u", ");
+        };
+        return TellExpected(line, group, Check::tr("attributes of a %1").arg(what), show(wanted), show(held));
     }
 
     bool ComparePoint(const CheckPoint& wanted, const CheckPoint& held, int group, size_t index)
@@ -174,7 +192,8 @@ private:
     {
         const bool isSame =
             CompareIntegers(held.line, held.group, Check::tr("place of a text"), wanted.group, held.group) &&
-            CompareTexts(held.line, held.group, Check::tr("text"), wanted.text, held.text);
+            CompareTexts(held.line, held.group, Check::tr("text"), wanted.text, held.text) &&
+            CompareAttributes(held.line, held.group, Check::tr("text"), wanted.attributes, held.attributes);
         if (!isSame || wanted.numbers.empty())
             return isSame;
         if (!CompareIntegers(held.line, held.group, Check::tr("numbers of a text"), wanted.numbers.size(),
@@ -210,6 +229,62 @@ private:
                                   wanted.position[i], held.position[i]);
         }
         return isSame;
+    }
+
+    // The order among what lies in different lists, such as parameters ahead of curves or behind them.
+
+    enum Kind { Groups, Curves, Texts, Parameters };
+
+    struct Place {
+        int line = 0;
+        Kind kind = Groups;
+        size_t index = 0;
+    };
+
+    template <typename Item>
+    static void AddPlaces(const std::vector<Item>& items, Kind kind, std::vector<Place>& places)
+    {
+        for (size_t i = 0; i < items.size(); ++i)
+            places.push_back({items[i].line, kind, i});
+    }
+
+    static std::vector<Place> GetOrder(const CheckFile& file)
+    {
+        std::vector<Place> places;
+        AddPlaces(file.groups, Groups, places);
+        AddPlaces(file.curves, Curves, places);
+        AddPlaces(file.texts, Texts, places);
+        AddPlaces(file.parameters, Parameters, places);
+        std::stable_sort(places.begin(), places.end(), [](const Place& a, const Place& b) { return a.line < b.line; });
+        return places;
+    }
+
+    /*! To be called when both have the same. */
+    bool CompareOrder()
+    {
+        const std::vector<Place> wanted = GetOrder(expected);
+        const std::vector<Place> held = GetOrder(found);
+        for (size_t i = 0; i < wanted.size(); ++i) {
+            if (wanted[i].kind != held[i].kind || wanted[i].index != held[i].index)
+                return Tell(held[i].line, -1,
+                            Check::tr("order: expected %1, found %2").arg(Describe(wanted[i]), Describe(held[i])));
+        }
+        return true;
+    }
+
+    QString Describe(const Place& place) const
+    {
+        switch (place.kind) {
+        case Groups:
+            return Describe(found.groups[place.index]);
+        case Curves:
+            return Describe(found.curves[place.index]);
+        case Texts:
+            return Describe(found.texts[place.index]);
+        case Parameters:
+            break;
+        }
+        return Describe(found.parameters[place.index]);
     }
 
     const CheckFile& expected;

@@ -157,11 +157,9 @@ QList<JobExpectedFile> MakeDxfPerPly(const ZETLaserOptions& options, const Group
 
 QList<JobExpectedFile> MakeDxf(const ZETLaserOptions& options, const Group& root)
 {
-    const bool isNesting = options.GetOutputType() == ZETLaserOptions::OutputFlatNesting ||
-                           options.GetOutputType() == ZETLaserOptions::OutputFlatNestingEmbedded;
-    if (isNesting && options.GetDXFFileMode() == ZETLaserOptions::DXFFilePerMaterial)
+    if (IsNesting(options) && options.GetDXFFileMode() == ZETLaserOptions::DXFFilePerMaterial)
         return MakeDxfPerMaterial(options, root);
-    if (isNesting && options.GetDXFFileMode() == ZETLaserOptions::DXFFilePerPly)
+    if (IsNesting(options) && options.GetDXFFileMode() == ZETLaserOptions::DXFFilePerPly)
         return MakeDxfPerPly(options, root);
     return {MakePart(options, 6, JobExpectedParts::MakeDxf(options, root, {.labels = {root.name}}))};
 }

@@ -4,10 +4,12 @@
 #include "JobExpectedTree.h"
 
 #include "features/ZETLaserParameter.h"
+#include "laser/ZETLaserDXFOutputSettings.h"
 
 #include <ZETComposites/ZETCompPly.h>
 #include <ZETMaterial/ZETMatMaterial.h>
 
+#include <QCoreApplication>
 #include <QFileInfo>
 
 #include <cmath>
@@ -37,16 +39,11 @@ protected:
             EndGroup();
     }
 
-    virtual void AddOwnContent(const Group& ply) = 0;
-
 private:
     void AddLeaf(const Group& group)
     {
         BeginGroup(CheckGroup::Ply, group.name);
-        for (const Contour& contour : group.contours)
-            AddCurves(contour);
-        if (HasModelObject(group))
-            AddOwnContent(group);
+        AddContent(group);
         EndGroup();
     }
 };
@@ -83,7 +80,7 @@ public:
 private:
     void AddCurve(const Curve& curve) override
     {
-        file.BeginCurve(CheckCurveKind::Unknown, curve.name, 0);
+        BeginCurve(curve.name);
         AddPoints(curve, RepeatedPoint, WhereKnown);
     }
 
@@ -141,7 +138,7 @@ private:
 
     void AddCurve(const Curve& curve) override
     {
-        file.BeginCurve(CheckCurveKind::Unknown, curve.name, 0);
+        BeginCurve(curve.name);
         AddPoints(curve, RepeatedPoint, WhereKnown);
     }
 
@@ -179,22 +176,18 @@ private:
         if (isLayer)
             BeginGroup(CheckGroup::Layer, group.name);
         AddGroups(group.groups);
-        for (const Contour& contour : group.contours) {
-            if (!HasPoints(contour))
-                continue;
-            BeginGroup(CheckGroup::Ply, contour.name);
-            AddCurves(contour);
-            EndGroup();
-        }
-        if (HasModelObject(group))
-            AddParameters(group, {Type::Literal}, CheckParameter::Literal);
+        AddContent(group);
         if (isLayer)
             EndGroup();
     }
 
+    void AddContours(const Group& group) override { AddBrackets(group, CheckGroup::Ply); }
+
+    void AddOwnContent(const Group& ply) override { AddParameters(ply, {Type::Literal}, CheckParameter::Literal); }
+
     void AddCurve(const Curve& curve) override
     {
-        file.BeginCurve(CheckCurveKind::Unknown, curve.name, 0);
+        BeginCurve(curve.name);
         AddPoints(curve, RepeatedPoint, WhereKnown);
     }
 };
@@ -219,10 +212,7 @@ private:
         if (group.kind != Kind::Other)
             BeginLevel(IsPly(group) ? 2 : group.kind == Kind::Sequence ? 1 : 0, WithoutBlanks(group.name));
         AddGroups(group.groups);
-        for (const Contour& contour : group.contours)
-            AddCurves(contour);
-        if (HasModelObject(group))
-            AddOwnContent(group);
+        AddContent(group);
     }
 
     void BeginLevel(int level, const QString& name)
@@ -235,7 +225,7 @@ private:
         levels.append(level);
     }
 
-    void AddOwnContent(const Group& ply)
+    void AddOwnContent(const Group& ply) override
     {
         for (const Parameter& parameter : ply.parameters) {
             const QString text = WithoutBlanks(parameter.text);
@@ -295,13 +285,28 @@ protected:
             plyName += u';' + label;
     }
 
-    /*! Parameters have no source without a model object. */
-    void AddOwnContent(const Group& group)
+    /*! Always ahead of the curves, whatever the job asks for. */
+    void AddOwnContent(const Group& ply) override
     {
-        if (!HasModelObject(group))
+        if (!HasModelObject(ply))
             return;
-        AddParameters(group, {Type::Information}, CheckParameter::Information);
-        AddParameters(group, {Type::Literal}, CheckParameter::Literal);
+        AddParameters(ply, {Type::Information}, CheckParameter::Information);
+        AddParameters(ply, {Type::Literal}, CheckParameter::Literal);
+    }
+
+    /*! Curves are numbered within their contour. */
+    void AddCurves(const Contour& contour) override
+    {
+        curveNumber = 0;
+        JobExpectedTree::AddCurves(contour);
+    }
+
+    /*! A rosette, which its name tells, has no number. */
+    void AddCurve(const Curve& curve) override
+    {
+        const bool isRosette = curve.name.endsWith(QCoreApplication::translate("ZETLaserWriterGS", "Rosette"));
+        BeginCurve(IsNesting(options) ? QString() : curve.name).attributes = {isRosette ? 0 : ++curveNumber};
+        AddPoints(curve, AlwaysRepeated, Always);
     }
 
     /*! The curves of \a group are written while it is the last that was begun of its kind. */
@@ -312,6 +317,7 @@ protected:
     }
 
     int plyNumber = 0;
+    int curveNumber = 0;
     QString sequenceName;
     QString layupName;
     QString plyName;
@@ -334,20 +340,8 @@ private:
         AddOwnContent(group);
         AddLabel(group, index);
         AddGroups(group.groups);
-        for (const Contour& contour : group.contours) {
-            if (!HasPoints(contour))
-                continue;
-            BeginGroup(CheckGroup::Part, contour.name);
-            AddCurves(contour);
-            EndGroup();
-        }
+        AddBrackets(group, CheckGroup::Part);
         EndGroup();
-    }
-
-    void AddCurve(const Curve& curve) override
-    {
-        file.BeginCurve(CheckCurveKind::Unknown, curve.name, 0);
-        AddPoints(curve, AlwaysRepeated, Always);
     }
 };
 
@@ -374,8 +368,7 @@ private:
         }
         AddOwnContent(group);
         AddGroups(group.groups);
-        for (const Contour& contour : group.contours)
-            AddCurves(contour);
+        AddContours(group);
         if (IsPly(group))
             EndGroup();
     }
@@ -398,12 +391,6 @@ private:
             return {};
         return options.GetUseMaterialID() ? group.material->GetMaterialId() : group.material->GetMaterialType();
     }
-
-    void AddCurve(const Curve& curve) override
-    {
-        file.BeginCurve(CheckCurveKind::Unknown, {}, 0);
-        AddPoints(curve, AlwaysRepeated, Always);
-    }
 };
 
 /*! Curves and texts without any groups. */
@@ -414,6 +401,7 @@ public:
             const JobExpectedParts::DxfContent& dxfContent)
         : JobExpectedTree(jobOptions, treeRoot)
         , content(dxfContent)
+        , settings(jobOptions.GetDXFOutputSettings())
     {
     }
 
@@ -422,7 +410,7 @@ private:
     {
         file.unit = options.GetUnits() == ZETLaserOptions::UnitsInches ? CheckFile::Inches : CheckFile::Millimetres;
         for (const QString& label : content.labels)
-            AddText(label);
+            AddTextOnLayer(label);
     }
 
     void AddGroup(const Group& group) override
@@ -432,24 +420,37 @@ private:
         if (IsPly(group) && isOther)
             return;
         AddGroups(group.groups);
-        for (const Contour& contour : group.contours)
-            AddCurves(contour);
-        if (!HasModelObject(group))
-            return;
-        for (const Text& text : group.texts) {
+        AddContent(group);
+    }
+
+    void AddOwnContent(const Group& ply) override
+    {
+        for (const Text& text : ply.texts) {
             // Meant in this format: a 3D text keeps its millimetres.
             const std::array<double, 3> place = ToNumbers(axis * text.basePoint, 1.0);
-            AddText(text.text).numbers = {place[0], place[1], place[2], text.size};
+            AddTextOnLayer(text.text).numbers = {place[0], place[1], place[2], text.size};
         }
+    }
+
+    CheckText& AddTextOnLayer(const QString& text)
+    {
+        CheckText& added = AddText(text);
+        added.attributes = {settings.GetTextLayer(), settings.GetTextColor()};
+        return added;
     }
 
     void AddCurve(const Curve& curve) override
     {
-        file.BeginCurve(CheckCurveKind::Unknown, {}, 0);
+        constexpr int rosetteLayer = 4; // whatever the settings say
+        const bool isRosette = curve.source == ZETLaserOptions::SourceRosette;
+        const int flags = (IsNesting(options) ? 0 : 8) + (curve.closed ? 1 : 0);
+        BeginCurve({}).attributes = {isRosette ? rosetteLayer : settings.GetGeometryLayer(),
+                                     settings.GetGeometryLineStyle(), settings.GetGeometryColor(), flags};
         AddPoints(curve, Flag, Never);
     }
 
     const JobExpectedParts::DxfContent& content;
+    const ZETLaserDXFOutputSettings settings;
 };
 } // namespace
 
@@ -480,9 +481,7 @@ CheckFile JobExpectedParts::MakeAssemblyGuidance(const ZETLaserOptions& options,
 
 CheckFile JobExpectedParts::MakeNLines(const ZETLaserOptions& options, const ZETLaserOutline::Group& root)
 {
-    const bool isNesting = options.GetOutputType() == ZETLaserOptions::OutputFlatNesting ||
-                           options.GetOutputType() == ZETLaserOptions::OutputFlatNestingEmbedded;
-    return isNesting ? NestingNLineTree(options, root).Make() : PlainNLineTree(options, root).Make();
+    return IsNesting(options) ? NestingNLineTree(options, root).Make() : PlainNLineTree(options, root).Make();
 }
 
 CheckFile JobExpectedParts::MakeApt(const ZETLaserOptions&, const ZETLaserOutline::Group& root)

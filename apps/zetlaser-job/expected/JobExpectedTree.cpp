@@ -45,6 +45,33 @@ bool JobExpectedTree::HasPoints(const Contour& contour)
                        [](const Curve& curve) { return !curve.points.isEmpty(); });
 }
 
+void JobExpectedTree::AddContent(const Group& group)
+{
+    const bool isAhead = options.GetRosetteBeforePlyGeometry();
+    if (isAhead && HasModelObject(group))
+        AddOwnContent(group);
+    AddContours(group);
+    if (!isAhead && HasModelObject(group))
+        AddOwnContent(group);
+}
+
+void JobExpectedTree::AddContours(const Group& group)
+{
+    for (const Contour& contour : group.contours)
+        AddCurves(contour);
+}
+
+void JobExpectedTree::AddBrackets(const Group& group, CheckGroup::Kind kind)
+{
+    for (const Contour& contour : group.contours) {
+        if (!HasPoints(contour))
+            continue;
+        BeginGroup(kind, contour.name);
+        AddCurves(contour);
+        EndGroup();
+    }
+}
+
 void JobExpectedTree::AddCurves(const Contour& contour)
 {
     for (const Curve& curve : contour.curves) {
@@ -55,7 +82,7 @@ void JobExpectedTree::AddCurves(const Contour& contour)
 
 void JobExpectedTree::AddCurve(const Curve& curve)
 {
-    file.BeginCurve(CheckCurveKind::Unknown, {}, 0);
+    BeginCurve({});
     AddPoints(curve, RepeatedPoint, WhereKnown);
 }
 
@@ -99,6 +126,12 @@ ZETMathAxis GetOutputAxis(const ZETLaserOptions& options)
 {
     const auto* rosette = qobject_cast<const ZETCompRosette*>(options.GetAxisSystem().data());
     return rosette ? rosette->GetAxis() : ZETMathAxis();
+}
+
+bool IsNesting(const ZETLaserOptions& options)
+{
+    return options.GetOutputType() == ZETLaserOptions::OutputFlatNesting ||
+           options.GetOutputType() == ZETLaserOptions::OutputFlatNestingEmbedded;
 }
 
 double GetUnitScale(const ZETLaserOptions& options)

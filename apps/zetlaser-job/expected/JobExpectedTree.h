@@ -46,16 +46,24 @@ protected:
     static bool IsPly(const Group& group) { return group.kind == Kind::Ply || group.kind == Kind::SubPly; }
     static bool HasPoints(const Contour& contour);
 
-    void BeginGroup(CheckGroup::Kind kind, const QString& name) { file.BeginGroup(kind, name, 0); }
-    void EndGroup() { file.EndGroup(0); }
+    void BeginGroup(CheckGroup::Kind kind, const QString& name) { file.BeginGroup(kind, name, ++line); }
+    void EndGroup() { file.EndGroup(line); }
+    /*! The contours and the own content of a leaf, in the order that the job asks for. */
+    void AddContent(const Group& group);
+    virtual void AddContours(const Group& group);
+    /*! The contours that have points, each with a group of its own. */
+    void AddBrackets(const Group& group, CheckGroup::Kind kind);
+    /*! Texts and parameters of a ply or sub-ply. */
+    virtual void AddOwnContent(const Group& ply) = 0;
     /*! The curves of a contour that have points. */
-    void AddCurves(const Contour& contour);
+    virtual void AddCurves(const Contour& contour);
     virtual void AddCurve(const Curve& curve);
+    CheckCurve& BeginCurve(const QString& name) { return file.BeginCurve(CheckCurveKind::Unknown, name, ++line); }
     void AddPoints(const Curve& curve, Closing closing, Normals normals);
     /*! All parameters of one type as parameters of \a kind, in their order. */
     void AddParameters(const Group& group, std::initializer_list<int> types, CheckParameter::Kind kind);
-    void AddParameter(CheckParameter::Kind kind, const QString& text) { file.AddParameter(kind, text, 0); }
-    CheckText& AddText(const QString& text) { return file.AddText(text, 0); }
+    void AddParameter(CheckParameter::Kind kind, const QString& text) { file.AddParameter(kind, text, ++line); }
+    CheckText& AddText(const QString& text) { return file.AddText(text, ++line); }
 
     /*! A place of the model as numbers of the file. */
     std::array<double, 3> ToFile(const ZETMathPoint& point) const;
@@ -66,10 +74,15 @@ protected:
     ZETMathAxis axis;
     double scale = 1.0;
     CheckFile file;
+
+private:
+    int line = 0; //!< runs on, so that what is added later comes later in the file
 };
 
 /*! The axis system of the written coordinates. */
 ZETMathAxis GetOutputAxis(const ZETLaserOptions& options);
+/*! Flat output for nesting, which some formats tell from flat output for lasers. */
+bool IsNesting(const ZETLaserOptions& options);
 /*! Units of the file in a millimetre. */
 double GetUnitScale(const ZETLaserOptions& options);
 std::array<double, 3> ToNumbers(const ZETMathPoint& point, double scale);

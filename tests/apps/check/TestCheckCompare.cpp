@@ -40,12 +40,16 @@ CheckFile MakeFile()
     file.BeginGroup(CheckGroup::Ply, u"P"_s, 2);
     file.groups.back().number = 1;
     file.groups.back().values = {{u"MATERIAL"_s, u"Glass"_s}};
-    file.BeginCurve(CheckCurveKind::Boundary, u"C"_s, 3).closedByFlag = true;
+    CheckCurve& curve = file.BeginCurve(CheckCurveKind::Boundary, u"C"_s, 3);
+    curve.closedByFlag = true;
+    curve.attributes = {4, 0};
     file.AddPoint({1.0, 2.0, 3.0}, 4);
     CheckPoint& point = file.AddPoint({12345.678, -2.0, 3.0}, 5);
     point.hasNormal = true;
     point.normal = {0.0, 0.6, 0.8};
-    file.AddText(u"T"_s, 6).numbers = {7.0, 8.0, 9.0, std::nan("")};
+    CheckText& text = file.AddText(u"T"_s, 6);
+    text.numbers = {7.0, 8.0, 9.0, std::nan("")};
+    text.attributes = {1};
     file.AddParameter(CheckParameter::Message, u"M"_s, 7);
     file.EndGroup(8);
     file.EndGroup(9);
@@ -170,6 +174,9 @@ void TestCheckCompare::everyDifferenceIsTold_data()
     row(
         "a curve missing", [](CheckFile& file) { file.curves.clear(); }, u"0: : a curve of 2 points is missing"_s);
     row(
+        "attributes of a curve", [](CheckFile& file) { file.curves[0].attributes[0] = 1; },
+        u"3: P: attributes of a curve: expected 4, 0, found 1, 0"_s);
+    row(
         "a point", [](CheckFile& file) { file.points[1].position[0] = 12345.6786; },
         u"5: P: X of point 2: expected 12345.6780, found 12345.6786"_s);
     row(
@@ -189,6 +196,12 @@ void TestCheckCompare::everyDifferenceIsTold_data()
     row(
         "numbers of a text", [](CheckFile& file) { file.texts[0].numbers.pop_back(); },
         u"6: P: numbers of a text: expected 4, found 3"_s);
+    row(
+        "attributes of a text", [](CheckFile& file) { file.texts[0].attributes.clear(); },
+        u"6: P: attributes of a text: expected 1, found "_s);
+    row(
+        "order", [](CheckFile& file) { file.parameters[0].line = 2; },
+        u"2: : order: expected a curve of 2 points, found the parameter \"M\""_s);
     row(
         "a parameter", [](CheckFile& file) { file.parameters[0].text = u"m"_s; },
         u"7: P: parameter: expected \"M\", found \"m\""_s);
@@ -231,8 +244,10 @@ void TestCheckCompare::whatIsLeftOpenIsNotCompared_data()
     row("number of a ply", [](CheckFile& file) { file.groups[1].number = -1; });
     row("values of a ply", [](CheckFile& file) { file.groups[1].values.clear(); });
     row("numbers of a text", [](CheckFile& file) { file.texts[0].numbers.clear(); });
+    row("attributes of a curve", [](CheckFile& file) { file.curves[0].attributes.clear(); });
+    row("attributes of a text", [](CheckFile& file) { file.texts[0].attributes.clear(); });
     row("number of a target", [](CheckFile& file) { file.targets[0].number = -1; });
-    row("lines", [](CheckFile& file) { file.points[0].line = file.groups[0].line = file.groups[0].endLine = 99; });
+    row("lines", [](CheckFile& file) { file.points[0].line = file.parameters[0].line = file.groups[0].endLine = 99; });
     row("kinds", [](CheckFile& file) { file.groups[0].kind = CheckGroup::Part; });
 }
 
