@@ -69,6 +69,8 @@ class Written(FormatsTest):
                 sizes.add(tuple(round(side) for side in part["size"]))
         self.assertEqual(len(sizes), 1)
 
+
+class Flat(FormatsTest):
     def test_flat_patterns_are_good(self):
         for kind in ("lpt", "sl", "general-scanning", "quilmon", "dxf"):
             with self.subTest(kind=kind):
