@@ -87,7 +87,7 @@ class CommandLine(ToolTest):
                 self.assertEqual(self.run_tool("help", *command.split()).stdout, by_flag.stdout)
                 self.assertEqual(self.run_tool(*command.split(), "-h").stdout, by_flag.stdout)
         listed = self.run_tool("--help").stdout.partition("Commands ")[2].partition("General:")[0]
-        self.assertEqual(re.findall(r"(?m)^  (\w+) ", listed), ["preview", "check", "convert", "help"])
+        self.assertEqual(re.findall(r"(?m)^  (\w+) ", listed), ["preview", "check", "convert", "shapes", "help"])
         self.expect(self.run_tool("help", "preveiw"), 2, "unknown command preveiw, did you mean preview?")
         self.expect(self.run_tool("help", "zzzzzzzz"), 2, "unknown command zzzzzzzz")
         self.expect(self.run_tool("help", "preview", "help"), 2, "expected one command, found a second one: help")
