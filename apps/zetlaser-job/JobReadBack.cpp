@@ -71,12 +71,12 @@ QString GetPlace(const QString& name, const CheckFinding& finding)
                    Translate("what was written isn't what was to be written, and isn't kept: %1: %2").arg(place, what));
 }
 
-/*! What breaks the syntax of a file may come from the model: names with line ends, the user's own texts within XML, targets
- *  that are gone. Otherwise it comes from the writer. */
+/*! What breaks the syntax of a file may come from the model: names with line ends, the user's own texts within XML,
+ * targets that are gone. Otherwise it comes from the writer. */
 bool MayBreakSyntax(const ZETLaserOptions& options, const CheckKnownTexts& known, const QString& brokenName)
 {
-    const bool isXml = options.GetFileType() == ZETLaserOptions::FileLPT ||
-                       options.GetFileType() == ZETLaserOptions::FileFARO;
+    const bool isXml =
+        options.GetFileType() == ZETLaserOptions::FileLPT || options.GetFileType() == ZETLaserOptions::FileFARO;
     return !brokenName.isEmpty() || (isXml && !known.literals.isEmpty()) || JobExpectedTargets(options).HasGaps();
 }
 
