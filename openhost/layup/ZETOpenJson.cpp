@@ -33,10 +33,16 @@ QString ToQt(const Json::Value& text)
     return QString::fromUtf8(begin, end - begin);
 }
 
+/*! Names and texts of a file come with line ends, and stand in messages. */
+QString OnOneLine(QString text)
+{
+    return text.replace(u'\n', u"\\n"_s).replace(u'\r', u"\\r"_s).replace(u'\t', u"\\t"_s);
+}
+
 /*! \a text on one line, cut where it is long. */
 QString Quote(QString text)
 {
-    text.replace(u'\n', u"\\n"_s).replace(u'\r', u"\\r"_s).replace(u'\t', u"\\t"_s);
+    text = OnOneLine(text);
     if (text.size() > longestQuote)
         text = text.left(longestQuote) + u"..."_s;
     return u'"' + text + u'"';
@@ -68,7 +74,7 @@ QString FormatError(const QString& file, int line, const QString& path, const QS
         place += u':' + QString::number(line);
     if (!path.isEmpty())
         place += u": "_s + path;
-    return place + u": "_s + text;
+    return OnOneLine(place + u": "_s + text);
 }
 
 Json::CharReaderBuilder MakeStrictBuilder()
@@ -104,7 +110,7 @@ ZETOpenJsonError::ZETOpenJsonError(const QString& inFile, int atLine, const QStr
     , file(inFile)
     , line(atLine)
     , path(atPath)
-    , text(what)
+    , text(OnOneLine(what))
 {
 }
 

@@ -331,6 +331,8 @@ void TestZETOpenLayupFile::tellsWhatIsWrong_data()
         "unknown material \"Carbon\"");
     row("unknown target", "[\"T2\", \"T1\"]", "[\"T2\",\n\"T3\"]", 1, "projectors[0].targets[1]",
         "unknown target \"T3\", did you mean \"T1\"?");
+    row("line ends", "[\"T2\", \"T1\"]", "[\"two\\r\\nlines\"]", 0, "projectors[0].targets[0]",
+        "unknown target \"two\\r\\nlines\"");
     row("unknown configuration", "[\"A\"]", "[\"C\"]", 0, "layups[0].S1.P1.Sub.configurations[0]",
         "unknown configuration \"C\"");
     row("duplicate surface", "\"name\": \"Other\"", "\"name\": \"Tool\"", 0, "surfaces[1]",
