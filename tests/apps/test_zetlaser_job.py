@@ -316,6 +316,11 @@ class Output(ToolTest):
         self.expect(self.job("--plies", "P2", *plain), 0, "points: 4\n")
         self.expect(self.job("--plies", "P2", "--no-use-minimize-points-tolerance", *plain), 0, "points: 5\n")
 
+    def test_a_length_limit_that_would_fill_the_memory_is_told(self):
+        self.expect(self.job("--use-max-length", "--max-length", "0.000001"), 2,
+                    "--max-length: expected at least 9.85e-05 mm for boundaries of 4.9 m, found 1e-06 mm\n")
+        self.assertEqual(self.names(), [])
+
 
 class Atomicity(ToolTest):
     def job(self, *more, output="panel.ply", **rest):
