@@ -2,15 +2,23 @@
 
 #include "openhost/ZETGeometry/ZETOpenSurface_p.h"
 
+#include <ZETSystem/ZETSysException.h>
+
+#include <Bnd_Box2d.hxx>
+#include <BndLib_Add2dCurve.hxx>
 #include <CPnts_AbscissaPoint.hxx>
 #include <Extrema_ExtPC.hxx>
 #include <GCE2d_MakeSegment.hxx>
 #include <GCPnts_AbscissaPoint.hxx>
 #include <GCPnts_TangentialDeflection.hxx>
 #include <Geom2d_Line.hxx>
+#include <Geom2d_OffsetCurve.hxx>
+#include <Geom2d_TrimmedCurve.hxx>
 #include <Geom2dAdaptor_Curve.hxx>
 #include <GeomAdaptor_Surface.hxx>
 #include <Precision.hxx>
+
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <cmath>
@@ -36,6 +44,65 @@ void TakeIfNearer(const gp_Pnt& point, const gp_Pnt& candidate, double fraction,
     const double distance = candidate.Distance(point);
     if (distance < nearest.distance)
         nearest = {fraction, distance};
+}
+
+/*! The texts of this file, in one context. */
+struct Text {
+    Q_DECLARE_TR_FUNCTIONS(ZETOpenSegment)
+};
+
+/*! The kernel brings parameters back into a period turn by turn, so that one from a damaged file would keep it busy
+ *  without end. No curve of a part goes round as often as this. */
+constexpr double mostTurns = 1000.0;
+
+void CheckTurns(double parameter, double start, double period)
+{
+    if (!(std::abs(parameter - start) <= mostTurns * period))
+        throw ZETSysException(Text::tr("a curve on a surface goes round more than %1 times").arg(mostTurns));
+}
+
+void CheckTurns(const Handle(Geom2d_Curve) & curve, double first, double last)
+{
+    if (const auto trimmed = Handle(Geom2d_TrimmedCurve)::DownCast(curve)) {
+        CheckTurns(trimmed->BasisCurve(), first, last);
+    } else if (const auto offset = Handle(Geom2d_OffsetCurve)::DownCast(curve)) {
+        CheckTurns(offset->BasisCurve(), first, last);
+    } else if (curve->IsPeriodic()) {
+        CheckTurns(first, curve->FirstParameter(), curve->Period());
+        CheckTurns(last, curve->FirstParameter(), curve->Period());
+    }
+}
+
+void CheckTurns(const Geom_Surface& surface, const gp_Pnt2d& place)
+{
+    double uMin = 0.0;
+    double uMax = 0.0;
+    double vMin = 0.0;
+    double vMax = 0.0;
+    surface.Bounds(uMin, uMax, vMin, vMax);
+    if (surface.IsUPeriodic())
+        CheckTurns(place.X(), uMin, surface.UPeriod());
+    if (surface.IsVPeriodic())
+        CheckTurns(place.Y(), vMin, surface.VPeriod());
+}
+
+/*! Returns the curve itself, for an initializer. */
+const Handle(Geom2d_Curve) &
+    GetChecked(const Geom_Surface& surface, const Handle(Geom2d_Curve) & curve, double first, double last)
+{
+    CheckTurns(curve, first, last);
+    if (surface.IsUPeriodic() || surface.IsVPeriodic()) {
+        Bnd_Box2d box;
+        BndLib_Add2dCurve::Add(curve, std::min(first, last), std::max(first, last), 0.0, box);
+        double uMin = 0.0;
+        double uMax = 0.0;
+        double vMin = 0.0;
+        double vMax = 0.0;
+        box.Get(uMin, vMin, uMax, vMax);
+        CheckTurns(surface, gp_Pnt2d(uMin, vMin));
+        CheckTurns(surface, gp_Pnt2d(uMax, vMax));
+    }
+    return curve;
 }
 } // namespace
 
@@ -110,6 +177,8 @@ ZETOpenSurfaceSegment::ZETOpenSurfaceSegment(const ZETOpenSurface& surfaceOfSegm
     , end(endPlace)
     , surface(ZETOpenSurfacePrivate::Of(surfaceOfSegment).adaptor)
 {
+    CheckTurns(*ZETOpenSurfacePrivate::Of(surfaceOfSegment).geometry, start);
+    CheckTurns(*ZETOpenSurfacePrivate::Of(surfaceOfSegment).geometry, end);
     if (surface->GetType() == GeomAbs_Plane) {
         line.emplace(Evaluate(start), Evaluate(end));
     } else if (start.Distance(end) > Precision::PConfusion()) {
@@ -123,7 +192,7 @@ ZETOpenSurfaceSegment::ZETOpenSurfaceSegment(const ZETOpenSurface& surfaceOfSegm
 
 ZETOpenSurfaceSegment::ZETOpenSurfaceSegment(const ZETOpenSurface& surfaceOfSegment,
                                              const Handle(Geom2d_Curve) & parameterCurve, double first, double last)
-    : geometry(parameterCurve)
+    : geometry(GetChecked(*ZETOpenSurfacePrivate::Of(surfaceOfSegment).geometry, parameterCurve, first, last))
     , firstParameter(first)
     , lastParameter(last)
     , start(parameterCurve->Value(first))

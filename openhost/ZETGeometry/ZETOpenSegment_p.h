@@ -70,7 +70,7 @@ class ZETOpenSurfaceSegment : public ZETOpenSegment
 {
 public:
     /*! Straight in the surface's parameters, from \a startPlace to \a endPlace. The surface must outlive the segment.
-     */
+     *  Both throw ZETSysException for what goes round a period a thousand times. */
     ZETOpenSurfaceSegment(const ZETOpenSurface& surface, const gp_Pnt2d& startPlace, const gp_Pnt2d& endPlace);
     /*! The part of \a parameterCurve from \a first to \a last, backwards if \a first is above \a last. */
     ZETOpenSurfaceSegment(const ZETOpenSurface& surface, const Handle(Geom2d_Curve) & parameterCurve, double first,

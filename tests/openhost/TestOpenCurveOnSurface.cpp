@@ -1,9 +1,19 @@
 #include "openhost/ZETGeometry/ZETOpenCurveOnSurface.h"
+#include "openhost/ZETGeometry/ZETOpenSegment_p.h"
 #include "openhost/ZETGeometry/ZETOpenSurface.h"
 #include "tests/openhost/OpenTestGeometry.h"
+#include "tests/support/TestThrown.h"
 
 #include <ZETMathematics/ZETMathAxis.h>
 #include <ZETSystem/ZETSysException.h>
+
+#include <Geom2d_BSplineCurve.hxx>
+#include <Geom2d_Line.hxx>
+#include <Geom2d_OffsetCurve.hxx>
+#include <Geom2d_TrimmedCurve.hxx>
+#include <TColgp_Array1OfPnt2d.hxx>
+#include <TColStd_Array1OfInteger.hxx>
+#include <TColStd_Array1OfReal.hxx>
 
 #include <QTest>
 
@@ -70,6 +80,7 @@ private slots:
     void pointsAreProjectedAndTheirDistanceIsKept();
     void rangeKnowsWhatLiesInIt();
     void impossibleCurvesAreRefused();
+    void curvesThatGoRoundWithoutEndAreRefused();
     void curveHoldsItsSurface();
 };
 
@@ -500,6 +511,42 @@ void TestOpenCurveOnSurface::impossibleCurvesAreRefused()
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeCircle(plane, {0, 0, 0}, 0.0, 4));
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeCircle(plane, {0, 0, 0}, 5.0, 0));
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeCircle(MakeFullCylinder(10.0), {0, 0, 0}, 5.0, 4));
+}
+
+void TestOpenCurveOnSurface::curvesThatGoRoundWithoutEndAreRefused()
+{
+    const QString fault = "a curve on a surface goes round more than 1000 times";
+    const auto cylinder = MakeFullCylinder(100.0);
+    const auto plane = MakePlane();
+    const auto makeStraight = [](const ZETOpenSurface& surface, double u, double v) {
+        return [&surface, u, v] { ZETOpenSurfaceSegment(surface, gp_Pnt2d(0.0, 0.0), gp_Pnt2d(u, v)); };
+    };
+    QCOMPARE(Thrown(makeStraight(*cylinder, 1000.0 * 2.0 * pi, 1e6)), QString());
+    QCOMPARE(Thrown(makeStraight(*cylinder, 1e300, 0.0)), fault);
+    QCOMPARE(Thrown(makeStraight(*plane, 1e6, 1e6)), QString());
+
+    const auto makePart = [](const ZETOpenSurface& surface, const Handle(Geom2d_Curve) & curve, double first,
+                             double last) {
+        return [&surface, curve, first, last] { ZETOpenSurfaceSegment(surface, curve, first, last); };
+    };
+    const Handle(Geom2d_Line) round = new Geom2d_Line(gp_Pnt2d(0.0, 0.0), gp_Dir2d(1.0, 0.0));
+    QCOMPARE(Thrown(makePart(*cylinder, round, 0.0, 100.0)), QString());
+    QCOMPARE(Thrown(makePart(*cylinder, round, 0.0, 1e4)), fault);
+
+    // The kernel would take the period of this spline, 4, away again and again.
+    TColgp_Array1OfPnt2d poles(1, 4);
+    TColStd_Array1OfReal knots(1, 5);
+    TColStd_Array1OfInteger multiplicities(1, 5);
+    multiplicities.Init(1);
+    for (int i = 0; i < 5; ++i)
+        knots(i + 1) = i;
+    for (int i = 0; i < 4; ++i)
+        poles(i + 1) = gp_Pnt2d(i % 2, i / 2);
+    const Handle(Geom2d_Curve) loop = new Geom2d_BSplineCurve(poles, knots, multiplicities, 2, true);
+    QCOMPARE(Thrown(makePart(*plane, loop, 3.0, 6.0)), QString());
+    QCOMPARE(Thrown(makePart(*plane, loop, 3.0, 1e300)), fault);
+    const Handle(Geom2d_Curve) part = new Geom2d_TrimmedCurve(new Geom2d_OffsetCurve(loop, 1.0), 0.0, 3.0);
+    QCOMPARE(Thrown(makePart(*plane, part, -1e300, 3.0)), fault);
 }
 
 void TestOpenCurveOnSurface::curveHoldsItsSurface()
