@@ -24,7 +24,7 @@ job: ## Build zetlaser-job, write the part files and a preview of the example pa
 	scripts/run-example-job.sh
 
 test: ## Build everything and run all tests
-	scripts/install-dependencies.sh build
+	scripts/install-dependencies.sh build test
 	$(call configure,release)
 	cmake --build --preset release
 	ctest --preset release
@@ -35,7 +35,7 @@ bench: ## Build and run the benchmarks
 	cmake --build --preset release --target bench
 
 sanitize: ## Run all tests under the address and undefined behaviour sanitizers
-	scripts/install-dependencies.sh build
+	scripts/install-dependencies.sh build test
 	$(call configure,sanitize)
 	cmake --build --preset sanitize
 	ctest --preset sanitize
@@ -58,4 +58,4 @@ lint: ## Check the layout, then look through all sources with clang-tidy
 	scripts/list-sources.sh '*.cpp' | xargs -P "$$(nproc)" -n 4 clang-tidy -p build/release --quiet
 
 install-dependencies: ## Install all that any target needs
-	scripts/install-dependencies.sh build bench lint fuzz browser
+	scripts/install-dependencies.sh build test bench lint fuzz browser

@@ -1,28 +1,27 @@
 #!/usr/bin/env bash
-# install-dependencies.sh [build|bench|lint|fuzz|browser|cad|shells]...
+# install-dependencies.sh [build|test|bench|lint|fuzz|browser]...
 #
-# Installs the Debian packages that building and testing (build, the default), the benchmarks (bench), the source checks
-# (lint), the fuzzers (fuzz), the test of the preview's page (browser, 110 MB to load), the test that has a CAD program draw a DXF file
-# (cad, 16 MB) or those of the completions (shells, 8 MB) need. Does nothing when all of them are there. Packages are installed as root or through sudo.
+# Installs the Debian packages that building and the job tool (build, the default), the tests (test), the benchmarks (bench), the
+# source checks (lint), the fuzzers (fuzz) or the test of the preview's page (browser, 110 MB to load) need. A test whose
+# package is missing is skipped. Does nothing when all of them are there. Packages are installed as root or through sudo.
 set -euo pipefail
 
 # Why each is needed stands in docs/architecture.md.
 build_packages=(
     g++ make cmake ninja-build pkg-config
     qt6-base-dev qt6-5compat-dev
-    libocct-data-exchange-dev occt-misc
+    libocct-data-exchange-dev
     libjsoncpp-dev
     libcsv-dev
     hershey-fonts-data
     libjs-three
-    python3 python3-ezdxf libxml2-utils groff-base
+    python3
 )
+test_packages=(occt-misc python3-ezdxf libxml2-utils groff-base librecad zsh fish)
 bench_packages=(libbenchmark-dev libboost-dev libdxflib-dev python3-ezdxf)
 lint_packages=(clang-format clang-tidy)
 fuzz_packages=(clang libclang-rt-14-dev)
 browser_packages=(chromium)
-cad_packages=(librecad)
-shells_packages=(zsh fish)
 
 say() { echo "install-dependencies: $*"; }
 fail() { say "$*" >&2; exit 1; }
@@ -31,13 +30,12 @@ wanted=()
 for group in "${@:-build}"; do
     case $group in
         build) wanted+=("${build_packages[@]}") ;;
+        test) wanted+=("${test_packages[@]}") ;;
         bench) wanted+=("${bench_packages[@]}") ;;
         fuzz) wanted+=("${fuzz_packages[@]}") ;;
         lint) wanted+=("${lint_packages[@]}") ;;
         browser) wanted+=("${browser_packages[@]}") ;;
-        cad) wanted+=("${cad_packages[@]}") ;;
-        shells) wanted+=("${shells_packages[@]}") ;;
-        *) fail "unknown group \"$group\", expected build, bench, lint, fuzz, browser, cad or shells" ;;
+        *) fail "unknown group \"$group\", expected build, test, bench, lint, fuzz or browser" ;;
     esac
 done
 

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Tests of what zetlaser-job tells the system of itself: test_documents.py PROGRAM SOURCE_DIR [unittest arguments]
 
-The manual page is read by groff, and the completions are asked for in real shells. Where one isn't installed, a line says
-so and its tests are skipped. Each test runs in a folder of its own below the current one."""
+The manual page is read by groff, and the completions are asked for in real shells. Where one isn't installed, its tests
+are skipped. Each test runs in a folder of its own below the current one."""
 
 import os
 import pty
@@ -20,7 +20,7 @@ COVER = SOURCE / "examples" / "cover"
 
 
 def needs(program, package):
-    return unittest.skipUnless(shutil.which(program), f"SKIPPED: {program} is not installed (Debian: {package})")
+    return unittest.skipUnless(shutil.which(program), f"{program} is not installed (Debian: {package})")
 
 
 class DocumentTest(ToolTest):

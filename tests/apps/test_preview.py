@@ -135,7 +135,7 @@ class Calls(PreviewTest):
         self.assertIn("three.js authors", page)
 
 
-@unittest.skipUnless(find_chromium(), "SKIPPED: chromium is not installed, so the page is tested in no browser")
+@unittest.skipUnless(find_chromium(), "chromium is not installed, so the page is tested in no browser")
 class Page(PreviewTest):
     @classmethod
     def setUpClass(cls):

@@ -387,7 +387,7 @@ class Samples(ShapesTest):
 
     def setUp(self):
         if not SAMPLES.is_dir():
-            self.skipTest("SKIPPED: occt-misc is not installed")
+            self.skipTest("occt-misc is not installed")
         super().setUp()
 
     def find_samples(self):
