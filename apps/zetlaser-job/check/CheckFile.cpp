@@ -149,6 +149,14 @@ void CheckFile::AddEndsTooEarly(int line, const QString& expected)
     AddError(line, Check::tr("the file ends too early: expected %1").arg(expected));
 }
 
+void CheckFile::CheckEnd(const CheckLines& lines, const QString& end)
+{
+    if (!lines.AtEnd())
+        AddExpected(lines.GetLineNumber(), Check::tr("nothing behind %1").arg(end), lines.Peek());
+    else if (lines.IsCut())
+        AddEndsTooEarly(lines.GetLastLineNumber(), Check::tr("the end of the line"));
+}
+
 void CheckFile::CheckCount(int line, const QString& what, int announced, int held)
 {
     if (announced != held)

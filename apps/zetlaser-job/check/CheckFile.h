@@ -9,6 +9,8 @@
 #include <span>
 #include <vector>
 
+class CheckLines;
+
 /*! Translations of everything in this folder, under one context. */
 struct Check {
     Q_DECLARE_TR_FUNCTIONS(Check)
@@ -173,6 +175,8 @@ public:
     void AddExpected(int line, const QString& expected, QByteArrayView found);
     /*! The file ends before its last record: \a expected. */
     void AddEndsTooEarly(int line, const QString& expected);
+    /*! Behind the file's last record, \a end: nothing may stand there, and its line must have a line end. */
+    void CheckEnd(const CheckLines& lines, const QString& end);
     /*! An error if \a announced, which \a line says, isn't \a held. \a what: "points". */
     void CheckCount(int line, const QString& what, int announced, int held);
 

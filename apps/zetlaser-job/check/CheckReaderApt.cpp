@@ -27,11 +27,8 @@ public:
         file.BeginGroup(CheckGroup::Layer, u"myData"_s, 1);
         const bool isWhole = ReadLine(firstLine) && ReadLine(secondLine) && ReadName() && ReadLine(lastLine);
         file.EndGroup(lines.GetLastLineNumber());
-        if (isWhole && lines.IsCut())
-            file.AddEndsTooEarly(lines.GetLastLineNumber(), Check::tr("the end of the line"));
-        if (!lines.AtEnd())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind %1").arg(CheckLines::Show(lastLine)),
-                             lines.Peek());
+        if (isWhole)
+            file.CheckEnd(lines, CheckLines::Show(lastLine));
     }
 
 private:

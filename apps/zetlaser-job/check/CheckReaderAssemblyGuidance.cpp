@@ -34,11 +34,10 @@ public:
         bool isEnded = false;
         while (!isEnded && !lines.AtEnd())
             isEnded = ReadRecord();
-        if (!isEnded)
+        if (isEnded)
+            file.CheckEnd(lines, Check::tr("the last %1").arg(Quote(partKeyword)));
+        else
             file.AddEndsTooEarly(lines.GetLastLineNumber(), Quote(partKeyword) + Check::tr(" once more"));
-        else if (!lines.AtEnd())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind the last %1").arg(Quote(partKeyword)),
-                             lines.Peek());
     }
 
 private:

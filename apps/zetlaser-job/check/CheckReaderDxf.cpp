@@ -40,10 +40,10 @@ public:
         ReadHead();
         while (!lines.AtEnd() && !isEnded)
             ReadEntity();
-        if (!isEnded || lines.IsCut())
+        if (isEnded)
+            file.CheckEnd(lines, u"\"EOF\""_s);
+        else
             file.AddEndsTooEarly(lines.GetLastLineNumber(), u"\"EOF\""_s);
-        else if (!lines.AtEnd())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind \"EOF\""), lines.Peek());
     }
 
 private:

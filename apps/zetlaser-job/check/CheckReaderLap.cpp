@@ -210,8 +210,8 @@ private:
         const QByteArrayView found = lines.Take();
         if (found != end)
             file.AddExpected(line, Quote(end), found);
-        else if (!lines.AtEnd())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind %1").arg(Quote(end)), lines.Peek());
+        else
+            file.CheckEnd(lines, Quote(end));
     }
 
     CheckLines lines;

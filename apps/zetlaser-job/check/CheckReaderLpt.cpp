@@ -105,10 +105,8 @@ protected:
     void ReadDocumentEnd()
     {
         ReadTag("</XML>", {});
-        if (lines.IsCut())
-            file.AddEndsTooEarly(lines.GetLastLineNumber(), Check::tr("the end of the line"));
-        if (SkipBlanks())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind \"</XML>\""), lines.Peek());
+        SkipBlanks();
+        file.CheckEnd(lines, u"\"</XML>\""_s);
     }
 
     static void Fixed(CheckCursor& cursor, QByteArrayView name, QByteArrayView value)

@@ -47,10 +47,11 @@ public:
         bool isEnded = false;
         while (!isEnded && !lines.AtEnd())
             isEnded = ReadRecord();
-        if (!isEnded || lines.IsCut())
-            file.AddEndsTooEarly(lines.GetLastLineNumber(), Check::tr("the line of the program's end (M30)"));
-        else if (!lines.AtEnd())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind the program's end (M30)"), lines.Peek());
+        const QString end = Check::tr("the line of the program's end (M30)");
+        if (isEnded)
+            file.CheckEnd(lines, end);
+        else
+            file.AddEndsTooEarly(lines.GetLastLineNumber(), end);
         CheckPlyNumbers();
     }
 

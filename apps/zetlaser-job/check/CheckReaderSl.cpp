@@ -28,10 +28,10 @@ public:
         bool isEnded = false;
         while (!isEnded && !lines.AtEnd())
             isEnded = ReadRecord();
-        if (!isEnded || lines.IsCut())
+        if (isEnded)
+            file.CheckEnd(lines, u"\"EOF\""_s);
+        else
             file.AddEndsTooEarly(lines.GetLastLineNumber(), u"\"EOF\""_s);
-        else if (!lines.AtEnd())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind \"EOF\""), lines.Peek());
     }
 
 private:

@@ -20,10 +20,10 @@ public:
         bool isEnded = false;
         while (!isEnded && !lines.AtEnd())
             isEnded = ReadRecord();
-        if (!isEnded)
+        if (isEnded)
+            file.CheckEnd(lines, u"\"EOD\""_s);
+        else
             file.AddEndsTooEarly(lines.GetLastLineNumber(), u"\"EOD\""_s);
-        if (!lines.AtEnd())
-            file.AddExpected(lines.GetLineNumber(), Check::tr("nothing behind \"EOD\""), lines.Peek());
     }
 
 private:

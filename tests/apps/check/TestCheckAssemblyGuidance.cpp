@@ -121,6 +121,7 @@ void TestCheckAssemblyGuidance::tellsWhatIsWrong_data()
     row("no end", head + ply, {u"11: "_s + noEnd.arg(u"P1: "_s)});
     row("cut within a curve", head + ply.first(ply.indexOf("PENDWN")),
         {u"10: error: P1: expected \"PENDWN\", found \"\""_s, u"9: "_s + noEnd.arg(u"P1: "_s)});
+    row("cut end", (head + end).chopped(1), {u"7: error: the file ends too early: expected the end of the line"_s});
     row("behind the end", head + end + "x\n",
         {u"8: error: expected nothing behind the last \"$*PARTNO\", found \"x\""_s});
     row("another part at the end", head + "$*PARTNO    Right\n",

@@ -96,7 +96,7 @@ void TestCheckDxf::tellsWhatIsWrong_data()
     row("empty file", "", {u"1: error: the file ends too early: expected \"EOF\""_s});
     row("no end", head, {u"84: error: the file ends too early: expected \"EOF\""_s});
     row("half an end", head + MakePairs("0 ENDSEC"), {u"86: error: the file ends too early: expected \"EOF\""_s});
-    row("cut end", drawing.chopped(1), {u"184: error: the file ends too early: expected \"EOF\""_s});
+    row("cut end", drawing.chopped(1), {u"184: error: the file ends too early: expected the end of the line"_s});
     row("behind the end", drawing + "x\n", {u"185: error: expected nothing behind \"EOF\", found \"x\""_s});
     change("unit", "  70\n4\n", "  70\n5\n", {u"8: error: expected the unit 1 (inches) or 4 (mm), found 5"_s});
     change("no unit", "  70\n4\n", "  70\nmm\n", {u"8: error: expected a whole number, found \"mm\""_s});

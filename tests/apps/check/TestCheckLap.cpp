@@ -86,6 +86,7 @@ void TestCheckLap::tellsWhatIsWrong_data()
     row("no end", head + group, {u"18: error: the file ends too early: expected \"DRAWING_END\""_s});
     row("half an end", head + "DRAWING_END\n", {u"11: error: the file ends too early: expected \"PROJECTION_END\""_s});
     row("a wrong end", head + "DRAWING_END\nx\n", {u"12: error: expected \"PROJECTION_END\", found \"x\""_s});
+    row("cut end", (head + end).chopped(1), {u"12: error: the file ends too early: expected the end of the line"_s});
     row("behind the end", head + end + "x\n",
         {u"13: error: expected nothing behind \"PROJECTION_END\", found \"x\""_s});
     row("unit", QByteArray(head).replace("SCALE in", "SCALE ft") + end,

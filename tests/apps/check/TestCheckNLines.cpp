@@ -203,10 +203,9 @@ void TestCheckNLines::tellsWhatIsWrong_data()
     row("empty file", "", {u"1: error: the file ends too early: expected the line of the program's end (M30)"_s});
     row("no end", "N000-00-01M19(,1-1,,TOOL0,NEW)\nN000-00-02M19(2-1)\n",
         {u"2: error: the file ends too early: expected the line of the program's end (M30)"_s});
-    row("cut end", plain.chopped(1),
-        {u"43: error: the file ends too early: expected the line of the program's end (M30)"_s});
+    row("cut end", plain.chopped(1), {u"43: error: the file ends too early: expected the end of the line"_s});
     row("behind the end", plain + "x\n",
-        {u"44: error: expected nothing behind the program's end (M30), found \"x\""_s});
+        {u"44: error: expected nothing behind the line of the program's end (M30), found \"x\""_s});
     change(
         "head", "TOOL0", "TOOL1",
         {u"1: error: expected \"N000-00-01M19(NAME,1-1,,TOOL0,NEW)\", found \"N000-00-01M19(Left wing,1-1,,TOOL1,NEW)\""_s});

@@ -131,7 +131,7 @@ void TestCheckSl::tellsWhatIsWrong_data()
     };
     row("empty file", "", {u"1: error: the file ends too early: expected \"EOF\""_s});
     row("no end", "GS A\nGE\n", {u"2: error: the file ends too early: expected \"EOF\""_s});
-    row("cut end", "GS A\nGE\nEOF", {u"3: error: the file ends too early: expected \"EOF\""_s});
+    row("cut end", "GS A\nGE\nEOF", {u"3: error: the file ends too early: expected the end of the line"_s});
     row("behind the end", "EOF\nGS A\n", {u"2: error: expected nothing behind \"EOF\", found \"GS A\""_s});
     change("fewer points", "L 2", "L 3", {u"4: error: P1: announces 3 points and holds 2"_s});
     change("more points", "L 2", "L 1", {u"4: error: P1: announces 1 points and holds 2"_s});

@@ -96,6 +96,7 @@ void TestCheckVirtek::tellsWhatIsWrong_data()
     row("cut end", "START A\nEND A\nEO",
         {u"3: error: expected the begin of a layer or of a ply, found \"EO\""_s,
          u"3: error: the file ends too early: expected \"EOD\""_s});
+    row("cut line end", "START A\nEND A\nEOD", {u"3: error: the file ends too early: expected the end of the line"_s});
     row("cut within a ply", "START A\nP 2\n0 0 0\n",
         {u"2: error: A: announces 2 points and holds 1"_s,
          u"3: error: A: the file ends too early: expected \"EOD\""_s});
