@@ -92,7 +92,7 @@ private:
             CheckOne(companion, format->companionType);
         else if (!isJson &&
                  !isQuiet) // a model without targets has none, and tool files may stand in a folder of theirs
-            JobConsole::WriteResult(Translate("%1: no such file beside %2").arg(companion, path));
+            JobConsole::WriteResult(Translate("%1: there is no such file beside %2").arg(companion, path));
     }
 
     /*! Null if the file can't be read. */
@@ -125,7 +125,11 @@ private:
     std::optional<QByteArray> ReadFile(const QString& path)
     {
         QFile file(path);
-        if (QFileInfo(path).exists() && !QFileInfo(path).isFile()) {
+        if (!QFileInfo::exists(path)) {
+            TellUnreadable(path, Translate("there is no such file"));
+            return {};
+        }
+        if (!QFileInfo(path).isFile()) {
             TellUnreadable(path, Translate("it is no regular file"));
             return {};
         }

@@ -30,7 +30,7 @@ QByteArray ReadBytes(const QString& path)
 {
     const QFileInfo information(path);
     if (!information.exists())
-        Fail(path, Translate("no such file"));
+        Fail(path, Translate("there is no such file"));
     if (!information.isFile())
         Fail(path,
              information.isDir() ? Translate("expected a file, found a folder") : Translate("expected a regular file"));

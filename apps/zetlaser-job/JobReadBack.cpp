@@ -116,7 +116,7 @@ void CheckNames(const QString& folder, const QList<JobExpectedFile>& files)
         const bool isExpected =
             std::any_of(files.begin(), files.end(), [&](const JobExpectedFile& file) { return file.name == name; });
         if (!isExpected && !name.endsWith(u"-report.htm"_s))
-            Refuse(name, Translate("the job has no such file"));
+            Refuse(name, Translate("no file of this name was to be written"));
     }
 }
 } // namespace

@@ -324,7 +324,7 @@ ZETOpenJsonDocument::ZETOpenJsonDocument(const QString& fromFile)
 {
     const QFileInfo info(file);
     if (!info.exists())
-        throw ZETOpenJsonError(file, 0, QString(), Text::tr("no such file"));
+        throw ZETOpenJsonError(file, 0, QString(), Text::tr("there is no such file"));
     if (info.isDir())
         throw ZETOpenJsonError(file, 0, QString(), Text::tr("expected a file, found a folder"));
     QFile source(file);

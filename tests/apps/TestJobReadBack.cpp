@@ -355,7 +355,7 @@ void TestJobReadBack::filesThatAreMissingOrTooManyAreRefused()
 {
     WrittenJob job(u"filetype 0\n"_s + everything, u"p.ply"_s);
     WriteBytes(job.GetPath(u"other.ply"_s), "EOD\n");
-    QVERIFY(job.FindFault().endsWith(u"other.ply: the job has no such file"_s));
+    QVERIFY(job.FindFault().endsWith(u"other.ply: no file of this name was to be written"_s));
     QFile::remove(job.GetPath(u"other.ply"_s));
     QCOMPARE(job.FindFault(), QString());
     QFile::remove(job.GetPath(u"p.cal"_s));
@@ -377,7 +377,7 @@ void TestJobReadBack::whatIsDoubtfulIsTold()
                    u"p.ply"_s);
     QCOMPARE(job.FindFault(), QString());
     QCOMPARE(job.GetWarnings(), QStringList({u"p.ply:1: ply A: the ply is tiny: it encloses 0.5 square millimetres"_s,
-                                             u"p.ply:8: ply A: the name of the ply in line 1 again"_s}));
+                                             u"p.ply:8: ply A: has the same name as the ply in line 1"_s}));
     QString many = u"filetype 0\n"_s;
     for (int i = 0; i < 12; ++i)
         many += u"ply P%1 { contour { closed 0,0,0 1,0,0 1,1,0 } }\n"_s.arg(i);

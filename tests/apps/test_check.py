@@ -29,7 +29,7 @@ class Calls(CheckTest):
             "  size: 100.0 mm x 100.0 mm x 0.0 mm, if it is written in mm; the file doesn't tell",
             "     line  curves  points     length  size                           ply",
             "        2       1       5   400.0 mm  100.0 mm x 100.0 mm x 0.0 mm   S/A",
-            "part.cal: no such file beside part.ply"])
+            "part.cal: there is no such file beside part.ply"])
         self.assertEqual(self.check("--quiet", "part.ply").stdout, "")
 
     def test_a_finding_is_one_line_with_file_line_and_ply(self):
@@ -69,7 +69,7 @@ class Calls(CheckTest):
         self.assertEqual(calibration["targets"],
                          [{"name": "a", "projector": 0, "drift": True, "at": [1, 2, 3.5], "line": 2}])
         self.assertEqual(calibration["findings"], [])
-        self.assertEqual(gone, {"file": "gone.ply", "error": "No such file or directory"})
+        self.assertEqual(gone, {"file": "gone.ply", "error": "there is no such file"})
         self.assertEqual(result.stdout, self.check("part.ply", "gone.ply", "--json", code=2).stdout)
 
     def test_files_that_cannot_be_read_are_told_and_the_others_are_checked(self):
@@ -79,7 +79,7 @@ class Calls(CheckTest):
         self.write("words.txt", "These are words.\n")
         (self.folder / "folder.ply").mkdir()
         for name, text in (
-                ("gone.ply", "can't read gone.ply: No such file or directory"),
+                ("gone.ply", "can't read gone.ply: there is no such file"),
                 ("folder.ply", "can't read folder.ply: it is no regular file"),
                 ("/dev/zero", "can't read /dev/zero: it is no regular file"),
                 ("words.txt", "can't read words.txt: the type isn't known by its name or its content; --type tells it"),
@@ -109,11 +109,11 @@ class Calls(CheckTest):
 
     def test_a_calibration_file_that_is_not_there_is_told(self):
         self.write("part.ply", GOOD)
-        self.assertEqual(self.check("part.ply").stdout.splitlines()[-1], "part.cal: no such file beside part.ply")
+        self.assertEqual(self.check("part.ply").stdout.splitlines()[-1], "part.cal: there is no such file beside part.ply")
         self.assertEqual(self.check("--quiet", "part.ply").stdout, "")
         self.write("part.cal", "1\nT a 0 0 0\n")
-        self.assertNotIn("no such file", self.check("part.ply").stdout)
-        self.assertNotIn("no such file", self.check("part.ply", "part.cal").stdout)
+        self.assertNotIn("there is no such file", self.check("part.ply").stdout)
+        self.assertNotIn("there is no such file", self.check("part.ply", "part.cal").stdout)
 
     def test_a_target_that_was_moved_by_hand_is_found(self):
         self.write("part.ply", GOOD)
@@ -292,7 +292,7 @@ class Findings(CheckTest):
 
     def test_names_that_repeat_are_empty_or_beyond_ascii(self):
         self.expect_findings(self.good.replace("P3b\n", "P3a\n"),
-                             "52: warning: ply P3a: the name of the ply in line 38 again")
+                             "52: warning: ply P3a: has the same name as the ply in line 38")
         self.expect_findings(self.good.replace("LAYER START S3", "LAYER START ").replace("LAYER END S3", "LAYER END "),
                              "69: warning: a layer has no name")
         self.expect_findings(self.good.replace("P2\n", "\n"), "17: warning: a ply has no name")

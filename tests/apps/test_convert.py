@@ -247,7 +247,7 @@ class Faults(ConvertTest):
                  '1: expected UTF-8, found other bytes; spreadsheets call it "CSV UTF-8"')):
             with self.subTest(fault=fault):
                 self.faults(content, fault)
-        self.expect(self.convert("none.csv"), 3, "error: none.csv: no such file\n")
+        self.expect(self.convert("none.csv"), 3, "error: none.csv: there is no such file\n")
         self.expect(self.convert("."), 3, "error: .: expected a file, found a folder\n")
         self.expect(self.convert("/dev/zero"), 3, "error: /dev/zero: expected a regular file\n")
 

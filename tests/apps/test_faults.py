@@ -256,7 +256,7 @@ class Places(FaultTest):
         process = self.start_stopped("write", 1)
         layup.unlink()
         self.expect(self.go_on(process), 0)
-        self.expect(self.run_tool(*self.arguments), 3, "own.json: no such file\n")
+        self.expect(self.run_tool(*self.arguments), 3, "own.json: there is no such file\n")
         self.check_all_new()
 
 

@@ -94,12 +94,13 @@ class CommandLine(ToolTest):
 
     def test_a_misspelt_command_is_told(self):
         self.expect(self.run_tool("preveiw", PANEL), 2, "unknown command preveiw, did you mean preview?")
-        self.expect(self.run_tool("preveiw.json", "--type", "virtek", "--output", "a.ply"), 3, "preveiw.json: no such file")
+        self.expect(self.run_tool("preveiw.json", "--type", "virtek", "--output", "a.ply"), 3,
+                    "preveiw.json: there is no such file")
         shutil.copy(PANEL, self.folder / "preveiw")
         self.expect(self.run_tool("preveiw", "--type", "virtek", "--output", "a.ply"), 0, "written: a.ply ")
 
     def test_nothing_behind_two_hyphens_is_an_option(self):
-        self.expect(self.run_tool("--type", "virtek", "--output", "a.ply", "--", "--help"), 3, "--help: no such file")
+        self.expect(self.run_tool("--type", "virtek", "--output", "a.ply", "--", "--help"), 3, "--help: there is no such file")
         self.expect(self.run_tool("--", PANEL, "--type=virtek"), 2, "expected one layup file, found a second one: --type=")
 
     def test_unknown_names_of_the_model_are_told(self):
@@ -139,7 +140,7 @@ class Input(ToolTest):
                 self.assertEqual(self.names(), ["bad.json"])
 
     def test_files_that_are_no_layup_are_told(self):
-        self.expect(self.job("none.json"), 3, "error: none.json: no such file\n")
+        self.expect(self.job("none.json"), 3, "error: none.json: there is no such file\n")
         self.expect(self.job("."), 3, "error: .: expected a file, found a folder\n")
         self.write("broken.json", "{")
         self.expect(self.job("broken.json"), 3, "error: broken.json:1: no valid JSON: ")
@@ -171,7 +172,7 @@ class Input(ToolTest):
             with self.subTest(text=text):
                 self.write("s.json", text)
                 self.expect(self.job(PANEL, "--settings", "s.json"), 3, fault)
-        self.expect(self.job(PANEL, "--settings", "none.json"), 3, "error: none.json: no such file")
+        self.expect(self.job(PANEL, "--settings", "none.json"), 3, "error: none.json: there is no such file")
 
 
 class Output(ToolTest):

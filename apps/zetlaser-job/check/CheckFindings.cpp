@@ -110,10 +110,10 @@ private:
             if (line == 0)
                 line = group.line;
             else if (group.kind == CheckGroup::Ply)
-                Warn(group.line, group.name, Check::tr("the name of the ply in line %1 again").arg(line));
+                Warn(group.line, group.name, Check::tr("has the same name as the ply in line %1").arg(line));
             else
                 Warn(group.line, {},
-                     Check::tr("layer %1: the name of the layer in line %2 again").arg(group.name).arg(line));
+                     Check::tr("layer %1: has the same name as the layer in line %2").arg(group.name).arg(line));
         }
     }
 
@@ -369,7 +369,7 @@ private:
             if (target.name.isEmpty())
                 continue;
             if (const int line = Remember(names, {target.projector, target.name}, target.line); line > 0)
-                WarnOfTarget(target, Check::tr("the name of the projector's target in line %1 again").arg(line));
+                WarnOfTarget(target, Check::tr("has the same name as the projector's target in line %1").arg(line));
             const CheckTarget*& first = firsts[target.name];
             if (!first)
                 first = &target;

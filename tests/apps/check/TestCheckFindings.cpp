@@ -79,7 +79,7 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
         {u"f:5: warning: ply A: a point stands twice in a row, 3 times in the curve of line 2"_s});
     row("a dot", Ply("A", square + Polyline("1 1 1\n1 1 1\n") + Polyline("1 1 1\n")) + end, {});
     row("a name twice", Ply("A", square) + Ply("B", square) + Ply("A", square) + end,
-        {u"f:17: warning: ply A: the name of the ply in line 1 again"_s});
+        {u"f:17: warning: ply A: has the same name as the ply in line 1"_s});
     row("a name in two sequences",
         "LAYER START S1\n" + Ply("A", square) + "LAYER END S1\nLAYER START S2\n" + Ply("A", square) + "LAYER END S2\n" +
             end,
@@ -87,7 +87,7 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
     row("a layer twice",
         "LAYER START S1\n" + Ply("A", square) + "LAYER END S1\nLAYER START S1\n" + Ply("B", square) + "LAYER END S1\n" +
             end,
-        {u"f:11: warning: layer S1: the name of the layer in line 1 again"_s});
+        {u"f:11: warning: layer S1: has the same name as the layer in line 1"_s});
     row("no name", "LAYER START \n" + Ply(" ", square) + "LAYER END \n" + end,
         {u"f:1: warning: a layer has no name"_s, u"f:2: warning: a ply has no name"_s});
     row("beyond ASCII", Ply("Pl\xc3\xa4y", square + "L 1\nNa\xc3\xafve\n# \xc3\xa4 literal\n") + end,
@@ -110,7 +110,7 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
         {u"f:6: warning: ply A: the normal points to the other side than that of the point before"_s});
     row("a broken record too", Ply("A", square + "P 1\n") + Ply("A", square) + end,
         {u"f:8: error: ply A: announces 1 points and holds 0"_s, u"f:8: warning: ply A: a curve holds no points"_s,
-         u"f:10: warning: ply A: the name of the ply in line 1 again"_s});
+         u"f:10: warning: ply A: has the same name as the ply in line 1"_s});
 }
 
 void TestCheckFindings::tellsWhatIsDoubtful()
@@ -136,7 +136,8 @@ void TestCheckFindings::namesThatTheFormatTellsApart_data()
                                       << QStringList(
                                              u"f:10: warning: ply A: the boundary isn't closed: 50.0 mm are missing"_s);
     QTest::newRow("plies of one name") << group("A", "A boundary 1", closed) + group("A", "A boundary 1", closed)
-                                       << QStringList(u"f:19: warning: ply A: the name of the ply in line 8 again"_s);
+                                       << QStringList(
+                                              u"f:19: warning: ply A: has the same name as the ply in line 8"_s);
     QTest::newRow("extra geometry of one name")
         << group("A", "Line", closed) + group("A", "Line", closed) << QStringList();
 }
