@@ -18,6 +18,7 @@ namespace
 {
 constexpr qint64 largestFile = 1LL << 30;
 constexpr qint64 blockSize = 1 << 20;
+constexpr qsizetype lineBlockSize = 1 << 12;
 constexpr int longestQuote = 60;
 
 /*! The texts of this file, in one context. */
@@ -359,6 +360,7 @@ void ZETOpenJsonDocument::Parse()
     if (bytes.startsWith("\xEF\xBB\xBF"))
         bytes.remove(0, 3); // so that the offsets of values are those of our bytes
     CheckEncoding();
+    CountLines();
     root = std::make_unique<Json::Value>();
     const std::unique_ptr<Json::CharReader> reader(MakeStrictBuilder().newCharReader());
     std::string report;
@@ -390,10 +392,21 @@ void ZETOpenJsonDocument::CheckEncoding() const
     }
 }
 
+// Each feature of a layup asks for its line, so counting from the begin of the file each time would take hours for a
+// large one.
+void ZETOpenJsonDocument::CountLines()
+{
+    linesAhead = {0};
+    for (auto begin = bytes.begin(); bytes.end() - begin >= lineBlockSize; begin += lineBlockSize)
+        linesAhead.append(linesAhead.last() + static_cast<int>(std::count(begin, begin + lineBlockSize, '\n')));
+}
+
 int ZETOpenJsonDocument::GetLineOfOffset(qsizetype offset) const
 {
     const qsizetype end = std::clamp<qsizetype>(offset, 0, bytes.size());
-    return 1 + static_cast<int>(std::count(bytes.begin(), bytes.begin() + end, '\n'));
+    const qsizetype block = end / lineBlockSize;
+    const auto begin = bytes.begin() + block * lineBlockSize;
+    return 1 + linesAhead[block] + static_cast<int>(std::count(begin, bytes.begin() + end, '\n'));
 }
 
 QString ZETOpenJsonDocument::GetNearest(const QString& word, const QStringList& known)

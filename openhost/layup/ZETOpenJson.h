@@ -122,9 +122,11 @@ private:
     friend class ZETOpenJsonValue;
     void Parse();
     void CheckEncoding() const;
+    void CountLines();
     int GetLineOfOffset(qsizetype offset) const;
 
     QString file;
     QByteArray bytes;
+    QList<int> linesAhead; //!< of each block of the bytes: how many lines end ahead of it
     std::unique_ptr<Json::Value> root;
 };

@@ -131,6 +131,7 @@ private Q_SLOTS:
     void tellsWhatIsWrong();
     void tellsSyntaxErrors_data();
     void tellsSyntaxErrors();
+    void tellsTheLineInALongFile();
     void findsFilesRelativeToItself();
     void knowsTheKeysOfTheSchema();
 };
@@ -450,6 +451,19 @@ void TestZETOpenLayupFile::tellsSyntaxErrors()
         if (text != u"*"_s) // otherwise the words are the parser's
             QCOMPARE(error.GetText(), text);
         QVERIFY(!error.GetMessage().contains(u'\n'));
+    }
+}
+
+void TestZETOpenLayupFile::tellsTheLineInALongFile()
+{
+    // Around the places where a count of lines may begin anew, and far behind the first of them.
+    for (const int lines : {0, 1, 4084, 4085, 4086, 4094, 4095, 4096, 4097, 100000}) {
+        try {
+            LoadText('{' + QByteArray(lines, '\n') + "\"format\": 7}");
+            QFAIL("nothing was thrown");
+        } catch (const ZETOpenJsonError& error) {
+            QCOMPARE(error.GetLine(), lines + 1);
+        }
     }
 }
 
