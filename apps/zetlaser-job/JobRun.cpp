@@ -99,9 +99,7 @@ private:
     void MakeFrom(const QString& layupFile)
     {
         inputs.Add(u"layup"_s, layupFile);
-        model = JobSteps::LoadModel(layupFile);
-        for (const QString& shapeFile : model.shapeFiles)
-            inputs.Add(u"shape"_s, shapeFile);
+        model = JobSteps::LoadModel(layupFile, [this](const QString& file) { inputs.Add(u"shape"_s, file); });
         JobConsole::KeepMessages();
         SetUp(*model.root);
         RefuseSharedFiles([](const JobOutput& output) { return output.GetPartFile(); });

@@ -36,12 +36,12 @@ void CheckPointCount(const ZETLaserOptions& options)
 }
 } // namespace
 
-ZETOpenLayupModel JobSteps::LoadModel(const QString& layupFile)
+ZETOpenLayupModel JobSteps::LoadModel(const QString& layupFile, const ZETOpenLayupFile::ShapeListener& beforeShape)
 {
     JobConsole::ShowProgress(Translate("reading %1").arg(layupFile));
     ZETOpenLayupModel model;
     try {
-        model = ZETOpenLayupFile::Load(layupFile);
+        model = ZETOpenLayupFile::Load(layupFile, beforeShape);
     } catch (const ZETSysException& error) {
         throw JobError(JobExit::WrongInput, error.GetMessage());
     }

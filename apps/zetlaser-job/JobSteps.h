@@ -30,8 +30,8 @@ void Run(Step step)
     }
 }
 
-/*! Reads the layup file and tells its warnings. */
-ZETOpenLayupModel LoadModel(const QString& layupFile);
+/*! Reads the layup file and tells its warnings. \a beforeShape is called ahead of reading each shape file. */
+ZETOpenLayupModel LoadModel(const QString& layupFile, const ZETOpenLayupFile::ShapeListener& beforeShape = {});
 /*! Throws unless plies are selected. */
 void CheckSelection(const ZETLaserOptions& options);
 /*! Reads the selected plies into the job's tree. */

@@ -37,20 +37,23 @@ ZETOpenLayupModel::ZETOpenLayupModel(ZETOpenLayupModel&&) noexcept = default;
 ZETOpenLayupModel& ZETOpenLayupModel::operator=(ZETOpenLayupModel&&) noexcept = default;
 ZETOpenLayupModel::~ZETOpenLayupModel() = default;
 
-ZETOpenLayupModel ZETOpenLayupFile::Load(const QString& file)
+ZETOpenLayupModel ZETOpenLayupFile::Load(const QString& file, const ShapeListener& beforeShape)
 {
     const ZETOpenJsonDocument document(file);
-    return ZETOpenLayupBuilder(document).Build();
+    return ZETOpenLayupBuilder(document, beforeShape).Build();
 }
 
 ZETOpenLayupModel ZETOpenLayupFile::Load(const QString& file, const QByteArray& content)
 {
     const ZETOpenJsonDocument document(file, content);
-    return ZETOpenLayupBuilder(document).Build();
+    const ShapeListener nobody;
+    return ZETOpenLayupBuilder(document, nobody).Build();
 }
 
-ZETOpenLayupBuilder::ZETOpenLayupBuilder(const ZETOpenJsonDocument& layupDocument)
+ZETOpenLayupBuilder::ZETOpenLayupBuilder(const ZETOpenJsonDocument& layupDocument,
+                                         const ZETOpenLayupFile::ShapeListener& shapeListener)
     : document(layupDocument)
+    , beforeShape(shapeListener)
     , folder(QFileInfo(layupDocument.GetFile()).absoluteDir())
 {
 }
@@ -247,6 +250,8 @@ void ZETOpenLayupBuilder::ReadShape(const Value& object)
     const QString name = ReadRequiredName(object);
     const Value file = object.Get("file", tr("the path of a shape file"));
     const QString path = folder.absoluteFilePath(file.ToName());
+    if (beforeShape)
+        beforeShape(path);
     if (!QFileInfo::exists(path))
         file.Fail(tr("expected a shape file, found no file %1").arg(QDir::toNativeSeparators(path)));
     std::optional<double> scale;
@@ -255,7 +260,6 @@ void ZETOpenLayupBuilder::ReadShape(const Value& object)
     Shape shape;
     shape.file = Guard(file, [&] { return std::make_unique<ZETOpenShapeFile>(path, scale); });
     Register(shapes, object, name, std::move(shape), tr("shape"));
-    model.shapeFiles.append(path);
 }
 
 void ZETOpenLayupBuilder::ReadAxisSystem(const Value& object)

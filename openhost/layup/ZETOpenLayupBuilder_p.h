@@ -47,7 +47,8 @@ class ZETOpenLayupBuilder
     Q_DECLARE_TR_FUNCTIONS(ZETOpenLayupBuilder)
 
 public:
-    explicit ZETOpenLayupBuilder(const ZETOpenJsonDocument& document);
+    /*! \a shapeListener may be empty. */
+    ZETOpenLayupBuilder(const ZETOpenJsonDocument& document, const ZETOpenLayupFile::ShapeListener& shapeListener);
     ZETOpenLayupModel Build();
 
 private:
@@ -195,6 +196,7 @@ private:
     void ReadText(const Value& object, ZETFeatObject& parent);
 
     const ZETOpenJsonDocument& document;
+    const ZETOpenLayupFile::ShapeListener& beforeShape;
     QDir folder;
     ZETOpenLayupModel model;
     double unitScale = 1.0;       //!< mm a unit of the file

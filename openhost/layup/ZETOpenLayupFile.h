@@ -9,6 +9,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 
 class ZETCompRoot;
@@ -24,18 +25,20 @@ struct ZETHOST_EXPORT ZETOpenLayupModel {
     std::unique_ptr<ZETFeatContainer> container;
     ZETCompRoot* root = nullptr;      //!< owned by the container
     QString unit;                     //!< the unit of the file: "mm", "cm", "m" or "in"; the model itself is in mm
-    QStringList shapeFiles;           //!< absolute paths of the shape files, in their order
     QList<ZETOpenJsonError> warnings; //!< what features told of their state when they were first updated
 };
 
 /*! The layup file: a composite model as JSON, told in docs/layup-file.md and schema/layup.schema.json. */
 namespace ZETOpenLayupFile
 {
+/*! Called with the absolute path of each shape file when it is about to be read. */
+using ShapeListener = std::function<void(const QString& path)>;
+
 /*! Reads the file and builds its model, with all features updated. Throws ZETOpenJsonError for the first fault.
  *
  *  Targets, projectors, extra geometry, parameters and texts are made by the names of their classes, so a library that
  *  registers them must be loaded. */
-ZETHOST_EXPORT ZETOpenLayupModel Load(const QString& file);
+ZETHOST_EXPORT ZETOpenLayupModel Load(const QString& file, const ShapeListener& beforeShape = {});
 /*! The same from \a content; \a file gives the folder that paths are relative to, and its name to messages. */
 ZETHOST_EXPORT ZETOpenLayupModel Load(const QString& file, const QByteArray& content);
 
