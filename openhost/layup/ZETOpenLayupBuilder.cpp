@@ -30,6 +30,15 @@ constexpr double unitScales[] = {1.0, 10.0, 1000.0, 25.4};
 constexpr double defaultProjectionLimit = 1.0; // mm
 // No part is so large. Beyond it the kernel has no digits left for what it looks for, and looks on.
 constexpr double largestLength = 1e7; // mm
+
+/*! The name of the file without ".layup.json". */
+QString GetDefaultName(const QString& file)
+{
+    QString name = QFileInfo(file).completeBaseName();
+    if (name.endsWith(u".layup"_s, Qt::CaseInsensitive))
+        name.chop(6);
+    return name;
+}
 } // namespace
 
 ZETOpenLayupModel::ZETOpenLayupModel() = default;
@@ -114,7 +123,7 @@ void ZETOpenLayupBuilder::ReadHead(const Value& file)
                                  QUrl::fromLocalFile(QFileInfo(document.GetFile()).absoluteFilePath()));
     model.root = new ZETCompRoot(model.container.get());
     const auto name = file.Find("name");
-    ZETOpenModel::SetLabel(*model.root, name ? name->ToName() : QFileInfo(document.GetFile()).baseName());
+    ZETOpenModel::SetLabel(*model.root, name ? name->ToName() : GetDefaultName(document.GetFile()));
     if (const auto parameters = file.Find("parameters"))
         ReadParameters(*parameters);
     const auto limit = file.Find("projectionLimit");

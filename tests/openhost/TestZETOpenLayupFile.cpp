@@ -133,6 +133,7 @@ private Q_SLOTS:
     void tellsSyntaxErrors();
     void tellsTheLineInALongFile();
     void tellsOfAShapeFileAheadOfReadingIt();
+    void isCalledByItsFileWithoutAName();
     void knowsTheKeysOfTheSchema();
 };
 
@@ -485,6 +486,16 @@ void TestZETOpenLayupFile::tellsOfAShapeFileAheadOfReadingIt()
     });
     QCOMPARE(told, QStringList{QDir::current().filePath(u"sub/tool.step"_s)});
     QVERIFY(Find<ZETFeatGeometry>(model, u"Tool"_s)->GetBody());
+}
+
+void TestZETOpenLayupFile::isCalledByItsFileWithoutAName()
+{
+    const QByteArray text = R"({"format": "zetlaser-layup", "version": 1, "units": "mm"})";
+    const auto getName = [&](const QString& file) { return ZETOpenLayupFile::Load(file, text).root->GetLabel(); };
+    QCOMPARE(getName(u"wing.layup.json"_s), u"wing"_s);
+    QCOMPARE(getName(u"wing-v1.2.layup.json"_s), u"wing-v1.2"_s);
+    QCOMPARE(getName(u"wing.json"_s), u"wing"_s);
+    QCOMPARE(getName(u"wing.left.txt"_s), u"wing.left"_s);
 }
 
 void TestZETOpenLayupFile::knowsTheKeysOfTheSchema()
