@@ -38,10 +38,11 @@ function(zet_register_test name)
     add_test(NAME ${name}
         COMMAND ${CMAKE_COMMAND} -DFOLDER=${folder} -P ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/ZETRunTest.cmake
             -- ${arg_COMMAND})
+    # The limit ends what hangs; it is far above what a test takes under the sanitizers on a machine that is busy as well.
     # A stack dump forks, and a crash within the allocator then waits for its own lock until the time is up.
     set_tests_properties(${name} PROPERTIES
         LABELS ${arg_LABEL}
-        TIMEOUT 120
+        TIMEOUT 900
         SKIP_REGULAR_EXPRESSION "ZETRunTest: a test was skipped"
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QTEST_DISABLE_STACK_DUMP=1")
 endfunction()
