@@ -103,9 +103,12 @@ void JobPreviewScene::AddPlies()
             continue;
         JobPreviewPly ply = Describe(*feature);
         ply.objects = entry.value();
-        for (auto object = ply.objects.cbegin(); object != ply.objects.cend(); ++object)
+        for (auto object = ply.objects.cbegin(); object != ply.objects.cend(); ++object) {
             object.value()->setObjectName(
                 u"%1/%2/%3: %4"_s.arg(ply.layup, ply.sequence, ply.name, GetTypeName(object.key())));
+            // They came in an order that is another one in each run.
+            ZETOpenScene::MoveToEnd(scene, *object.value());
+        }
         ply.SetVisible(true);
         plies.append(ply);
         features.append(feature);

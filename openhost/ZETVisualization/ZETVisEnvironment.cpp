@@ -29,6 +29,14 @@ QList<ZETVisVirtualObject*> ZETOpenScene::GetObjects(const ZETVisEnvironment& en
     return {record.objects.begin(), record.objects.end()};
 }
 
+void ZETOpenScene::MoveToEnd(ZETVisEnvironment& environment, ZETVisVirtualObject& object)
+{
+    ZETVisEnvironmentPrivate& record = ZETVisEnvironmentPrivate::Of(environment);
+    const auto place = record.places.constFind(&object);
+    if (place != record.places.cend())
+        record.objects.splice(record.objects.end(), record.objects, *place);
+}
+
 ZETVisEnvironment::ZETVisEnvironment()
     : d(std::make_unique<ZETVisEnvironmentPrivate>())
 {

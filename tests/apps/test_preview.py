@@ -3,6 +3,7 @@
 
 Those of the page steer a real browser, and are skipped, with a line that says so, where chromium isn't installed."""
 
+import itertools
 import json
 import pathlib
 import re
@@ -53,6 +54,16 @@ class Pictures(PreviewTest):
                 _, _, segments, markers = self.preview(layup, "--formats", "svg")
                 self.assertGreater(segments, 50)
                 self.assertEqual(count_svg(self.folder / "part.svg")[:2], (segments, markers))
+
+    def test_pictures_show_plies_in_the_order_of_laying(self):
+        names = [ply["name"] for layup in json.loads(BLADE.read_bytes())["layups"]
+                 for sequence in layup.get("children", []) for ply in sequence.get("children", [])
+                 if ply.get("kind", "ply") == "ply"]
+        self.assertGreater(len(names), 5)
+        self.preview(BLADE, "--formats", "svg")
+        labels = [label for label in count_svg(self.folder / "part.svg")[2] if label.endswith(": boundary")]
+        shown = [label.removesuffix(": boundary").split("/")[2].strip() for label in labels]
+        self.assertEqual([name for name, _ in itertools.groupby(shown)], names)  # sub-plies show the name of their ply
 
     def test_pictures_of_single_plies_add_up_to_the_whole(self):
         plies, targets, segments, markers = self.preview(PANEL, "--formats", "svg", "--ply-pictures")

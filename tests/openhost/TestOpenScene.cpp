@@ -87,6 +87,7 @@ private slots:
     void objectIsVisibleAndEmptyAtFirst();
     void objectDeletesTheRepresentationItShowed();
     void sceneKeepsItsObjectsInOrder();
+    void objectMovesToTheEnd();
     void removedObjectIsDeleted();
     void sceneDeletesItsObjects();
     void objectMayGoAheadOfItsScene();
@@ -222,6 +223,23 @@ void TestOpenScene::sceneKeepsItsObjectsInOrder()
     scene.AddVirtualObject(objects.first());
     scene.AddVirtualObject(nullptr);
     QCOMPARE(ZETOpenScene::GetObjects(scene), objects);
+}
+
+void TestOpenScene::objectMovesToTheEnd()
+{
+    ZETVisEnvironment scene;
+    QList<ZETVisVirtualObject*> objects;
+    for (int i = 0; i < 3; ++i) {
+        objects.append(new ZETVisVirtualObject(&scene, nullptr));
+        scene.AddVirtualObject(objects.last());
+    }
+    ZETVisVirtualObject out(&scene, nullptr);
+    ZETOpenScene::MoveToEnd(scene, out);
+    ZETOpenScene::MoveToEnd(scene, *objects[0]);
+    ZETOpenScene::MoveToEnd(scene, *objects[0]);
+    QCOMPARE(ZETOpenScene::GetObjects(scene), (QList{objects[1], objects[2], objects[0]}));
+    scene.RemoveVirtualObject(objects[0]);
+    QCOMPARE(ZETOpenScene::GetObjects(scene), (QList{objects[1], objects[2]}));
 }
 
 void TestOpenScene::removedObjectIsDeleted()
