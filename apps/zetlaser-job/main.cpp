@@ -4,6 +4,7 @@
 #include "JobStaging.h"
 
 #include <QGuiApplication>
+#include <QLoggingCategory>
 
 #include <cstdio>
 #include <exception>
@@ -42,6 +43,8 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv)
 int main(int argc, char** argv)
 {
     JobStaging::WatchForInterruption(); // ahead of everything that might make threads
+    // The library's log is for its developers, who set QT_LOGGING_RULES; what a user has to know is in the messages.
+    QLoggingCategory::setFilterRules(u"default.debug=false"_s);
     const std::unique_ptr<QCoreApplication> application = MakeApplication(argc, argv);
     QCoreApplication::setApplicationName(u"zetlaser-job"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(ZETLASER_JOB_VERSION));

@@ -102,7 +102,8 @@ class Pictures(PreviewTest):
         self.assertGreater(count_svg(self.folder / "part.svg")[0], 50)
 
     def test_nothing_but_the_messages_goes_to_standard_error(self):
-        self.assertEqual(self.run_tool(PANEL, "--output", "part").stderr, "")
+        for layup in (PANEL, BLADE):
+            self.assertEqual(self.run_tool(layup, "--output", "part").stderr, "")
 
 
 class Calls(PreviewTest):
