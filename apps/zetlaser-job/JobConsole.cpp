@@ -87,8 +87,7 @@ void JobConsole::WriteWritten(const QStringList& files)
     for (const QString& file : files) {
         const QString relative = QDir().relativeFilePath(file);
         WriteResult(QCoreApplication::translate("zetlaser-job", "written: %1 (%2 bytes)")
-                        .arg(relative.startsWith(u".."_s) ? file : relative)
-                        .arg(QFileInfo(file).size()));
+                        .arg(relative.startsWith(u".."_s) ? file : relative, QString::number(QFileInfo(file).size())));
     }
 }
 

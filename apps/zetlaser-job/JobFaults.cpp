@@ -52,5 +52,6 @@ void JobFaults::Throw() const
         throw JobError(JobExit::WrongInput, lines.first());
     for (const QString& line : lines.first(std::min(mostTold, lines.size())))
         JobConsole::WriteMessage(Translate("error"), line);
-    throw JobError(JobExit::WrongInput, Translate("%1: %2 faults, nothing is written").arg(file).arg(lines.size()));
+    throw JobError(JobExit::WrongInput,
+                   Translate("%1: %2 faults, nothing is written").arg(file, QString::number(lines.size())));
 }

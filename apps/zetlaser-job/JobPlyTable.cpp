@@ -162,8 +162,7 @@ private:
             if (seen.contains(plyPath) && !row.ply.isEmpty())
                 faults.Add(row.line, GetColumns()[Ply],
                            Translate("expected a name that the sequence hasn't yet, found \"%1\" as on line %2")
-                               .arg(row.ply)
-                               .arg(seen[plyPath]));
+                               .arg(row.ply, QString::number(seen[plyPath])));
             else
                 seen.insert(plyPath, row.line);
         }
@@ -176,8 +175,7 @@ private:
             faults.Add(line, GetColumns()[column],
                        Translate("expected the plies of \"%1\" in one block, found one behind another %2; the last is "
                                  "on line %3")
-                           .arg(name, GetColumns()[column])
-                           .arg(seen[path]));
+                           .arg(name, GetColumns()[column], QString::number(seen[path])));
         seen.insert(path, line);
         current = path;
     }

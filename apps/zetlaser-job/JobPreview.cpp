@@ -116,10 +116,8 @@ private:
             ply.SetVisible(true);
             picture.title = ply.Describe();
             picture.captions = {Translate("%1: ply %2 of %3 (%4, %5), seen from: %6")
-                                    .arg(options.GetPartName())
-                                    .arg(i + 1)
-                                    .arg(plies.size())
-                                    .arg(ply.layup, ply.sequence, ZETOpenView::GetSideNames().at(side))};
+                                    .arg(options.GetPartName(), QString::number(i + 1), QString::number(plies.size()),
+                                         ply.layup, ply.sequence, ZETOpenView::GetSideNames().at(side))};
             const QString number = u"%1"_s.arg(i + 1, 3, 10, QChar(u'0'));
             WritePictures(scene, picture, baseName + u'-' + number + u'-' + ForFileName(ply.name));
             ply.SetVisible(false);

@@ -60,7 +60,7 @@ QString DescribeUnit(const ZETOpenShapeFile& file, const std::optional<double>& 
     const QString declared = !(unit > 0.0)                  ? Translate("none is declared")
                              : file.GetUnitName().isEmpty() ? size
                                                             : Translate("%1, %2").arg(file.GetUnitName(), size);
-    return scale ? Translate("%1; read as %2 mm").arg(declared).arg(*scale) : declared;
+    return scale ? Translate("%1; read as %2 mm").arg(declared, QString::number(*scale)) : declared;
 }
 
 /*! What the lines of all parts begin with: kind, index and name. */

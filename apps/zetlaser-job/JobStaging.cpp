@@ -244,8 +244,7 @@ void JobStaging::CheckWritten() const
             FailWriting(Translate("can't write %1: %2").arg(finalPath, GetReason(errno)));
         if (hasLimit && static_cast<rlim_t>(status.st_size) >= limit.rlim_cur)
             FailWriting(Translate("can't write %1: it is larger than the limit of %2 bytes")
-                            .arg(finalPath)
-                            .arg(static_cast<qulonglong>(limit.rlim_cur)));
+                            .arg(finalPath, QString::number(static_cast<qulonglong>(limit.rlim_cur))));
     }
     // A device that was full while the job wrote is full still, because nothing has been freed since.
     if (const int error = WriteProbe(path + u"/.probe"_s))

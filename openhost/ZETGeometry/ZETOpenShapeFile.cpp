@@ -98,7 +98,7 @@ QString ZETOpenShapeFilePrivate::ListNames(const QStringList& names) const
     if (names.isEmpty())
         return tr("it has no names");
     const QString list = names.first(std::min(most, int(names.size()))).join(QStringLiteral(", "));
-    return names.size() > most ? tr("its names are %1 and %2 more").arg(list).arg(names.size() - most)
+    return names.size() > most ? tr("its names are %1 and %2 more").arg(list, QString::number(names.size() - most))
                                : tr("its names are %1").arg(list);
 }
 
@@ -223,9 +223,7 @@ ZETOpenRef<ZETOpenCurveOnSurface> ZETOpenShapeFilePrivate::MakeCurve(const QList
                                    : segments.back()->GetPoint(1.0).Distance(next.front()->GetPoint(0.0));
             if (gap > widest)
                 Fail(tr("edge %1 of \"%2\" begins %3 mm away from where the one before ends")
-                         .arg(i + 1)
-                         .arg(name)
-                         .arg(gap));
+                         .arg(QString::number(i + 1), name, QString::number(gap)));
             segments.insert(segments.end(), next.begin(), next.end());
         }
         if (segments.empty())
@@ -307,7 +305,7 @@ ZETOpenRef<ZETOpenSurface> ZETOpenShapeFile::GetFace(int index) const
     if (known != d->surfaces.end())
         return known->second;
     const auto surface =
-        CallKernel(ZETOpenShapeFilePrivate::tr("%1: face %2 can't be used").arg(d->path).arg(index), [&] {
+        CallKernel(ZETOpenShapeFilePrivate::tr("%1: face %2 can't be used").arg(d->path, QString::number(index)), [&] {
             d->CheckReach(d->faces.Get(index));
             return ZETOpenSurfacePrivate::Make(TopoDS::Face(d->faces.Get(index)), d->faces.names.value(index));
         });
@@ -321,7 +319,7 @@ ZETOpenRef<ZETOpenSurface> ZETOpenShapeFile::GetFace(const QString& name) const
     if (found.size() == 1)
         return GetFace(found.first());
     if (found.size() > 1)
-        d->Fail(ZETOpenShapeFilePrivate::tr("\"%1\" stands for %2 faces").arg(name).arg(found.size()));
+        d->Fail(ZETOpenShapeFilePrivate::tr("\"%1\" stands for %2 faces").arg(name, QString::number(found.size())));
     d->Fail(ZETOpenShapeFilePrivate::tr("no face is called \"%1\"; %2").arg(name, d->ListNames(GetFaceNames())));
 }
 

@@ -167,7 +167,7 @@ void ZETOpenLayupBuilder::ClaimName(QHash<QString, int>& taken, const Value& obj
 {
     const auto found = taken.constFind(name);
     if (found != taken.constEnd())
-        object.Fail(tr("duplicate name \"%1\", first used on line %2").arg(name).arg(*found));
+        object.Fail(tr("duplicate name \"%1\", first used on line %2").arg(name, QString::number(*found)));
     taken.insert(name, object.GetLine());
 }
 

@@ -227,7 +227,8 @@ void ZETOpenLayupBuilder::Register(Names<T>& names, const Value& object, const Q
 {
     const auto found = names.find(name);
     if (found != names.end())
-        object.Fail(tr("duplicate name \"%1\" of a %2, first used on line %3").arg(name, what).arg(found->second.line));
+        object.Fail(tr("duplicate name \"%1\" of a %2, first used on line %3")
+                        .arg(name, what, QString::number(found->second.line)));
     Named<T> named{std::move(item), object.GetLine()};
     names.emplace(name, std::move(named));
 }

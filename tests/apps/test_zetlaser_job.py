@@ -203,6 +203,10 @@ class Output(ToolTest):
                     "written: panel.ply (", "written: panel.cal (", "written: panel.ply-report.htm (")
         self.compare(GOLDEN / "panel-virtek", self.folder)
 
+    def test_names_of_files_are_told_as_they_are(self):
+        self.expect(self.job(output="a%1.ply"), 0)
+        self.assertRegex(self.job(output="a%1.ply").stdout, r"(?m)^written: a%1\.ply \(\d+ bytes\)$")
+
     def test_the_folder_does_not_show_in_the_files(self):
         (self.folder / "deep").mkdir()
         self.expect(self.job(output=self.folder / "deep" / "panel.ply"), 0)

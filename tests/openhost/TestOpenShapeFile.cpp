@@ -367,6 +367,10 @@ void TestOpenShapeFile::nameOfABodyStandsForItsFaces()
     QVERIFY(TestShapes::WriteNamedStep(MakeCompound({first, second}), "two.step", {{first, "Part"}, {second, "Part"}}));
     QCOMPARE(Thrown([&] { ZETOpenShapeFile("two.step").GetFace(QString("Part")); }),
              "two.step: \"Part\" stands for 12 faces");
+    // A name is not filled in, whatever it looks like.
+    QVERIFY(TestShapes::WriteNamedStep(MakeCompound({first, second}), "two.step", {{first, "%2"}, {second, "%2"}}));
+    QCOMPARE(Thrown([&] { ZETOpenShapeFile("two.step").GetFace(QString("%2")); }),
+             "two.step: \"%2\" stands for 12 faces");
 
     WriteStep(MakeQuarter(), "quarter.step");
     const ZETOpenShapeFile quarter("quarter.step");

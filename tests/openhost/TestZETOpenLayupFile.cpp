@@ -341,6 +341,9 @@ void TestZETOpenLayupFile::tellsWhatIsWrong_data()
         "duplicate name \"Tool\" of a surface, curve or point, first used on line 7");
     row("duplicate ply", "\"name\": \"P2\"", "\"name\": \"P1\"", 0, "layups[0].S1.P1",
         "duplicate name \"P1\", first used on line 41");
+    row("duplicate name like a place to fill in", "\"points\": [\n{",
+        "\"points\": [\n{\"name\": \"%2 %3\", \"at\": [0, 0, 0]},\n{\"name\": \"%2 %3\", \"at\": [0, 0, 0]},\n{", 2,
+        "points[1]", "duplicate name \"%2 %3\" of a surface, curve or point, first used on line 16");
     row("second active configuration", "\"skipParentPly\"", "\"active\": true, \"skipParentPly\"", 1,
         "configurations[1].active", "expected one active configuration, found a second beside \"A\"");
     row("open boundary", "\"limit\": 0.5", "\"closed\": false", 0, "layups[0].S1.P2.boundary.closed",
