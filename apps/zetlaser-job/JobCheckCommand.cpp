@@ -108,12 +108,11 @@ private:
             return nullptr;
         }
         CheckedFile file = CheckBytes(path, *format, *bytes, unit);
-        if (file.IsUnreadable()) {
-            const CheckFinding& first = file.findings.front();
+        if (const CheckFinding* const error = file.GetUnreadable()) {
             TellUnreadable(path, Translate("it is no file of the type %1: line %2: %3")
                                      .arg(format->name)
-                                     .arg(first.line)
-                                     .arg(first.text));
+                                     .arg(error->line)
+                                     .arg(error->text));
             return nullptr;
         }
         if (tool)

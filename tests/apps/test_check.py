@@ -253,6 +253,20 @@ class AfterWriting(CheckTest):
             self.assertRegex(warning, r": ply P\w+: a parameter's text has a line end in it: ")
 
 
+    def test_texts_with_cr_are_compared_as_they_are(self):
+        layup = json.loads(PANEL.read_text())
+        layup["layups"][0]["children"] += [{"kind": "parameter", "type": kind, "text": text} for kind, text in (
+            ("information", "one\r\ntwo"), ("message", "end\r"), ("note", "a\r\nb\r"), ("literal", "#c\r\n#d\r"))]
+        self.write("panel.json", layup)
+        for kind in ("virtek", "lap", "assembly-guidance", "lpt", "sl", "general-scanning"):
+            with self.subTest(kind=kind):
+                result = self.run_tool("panel.json", "--type", kind, "--output", kind)
+                self.assertEqual(result.returncode, 0, result.stderr)
+                self.assertIn(b"#c\r\n#d\r\n", (self.folder / kind).read_bytes())
+                # What is in the texts is told as theirs alone.
+                self.assertNotIn("lines that end", result.stderr)
+
+
 class Findings(CheckTest):
     """A part file as the tool writes it, damaged in each way that the eye passes over."""
 

@@ -107,6 +107,19 @@ class Nesting(FormatsTest):
                         self.assertEqual(document["unit"], units)
 
 
+class LineEnds(FormatsTest):
+    def test_other_line_ends_are_one_warning_of_each_file(self):
+        for kind in [*FORMATS, "apt"]:
+            for name in self.write_files(PANEL, kind, kind):
+                with self.subTest(name=name):
+                    before = self.read(name)[name]
+                    (self.folder / name).write_bytes((self.folder / name).read_bytes().replace(b"\n", b"\r\n"))
+                    after = self.read(name)[name]
+                    before["findings"].append(
+                        {"severity": "warning", "text": "expected lines that end with LF, found CR LF"})
+                    self.assertEqual(after, before)
+
+
 class Cut(FormatsTest):
     def test_each_cut_is_found(self):
         names = {}

@@ -1,16 +1,23 @@
 #include "CheckLines.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
 
+bool CheckKnownTexts::HoldCr() const
+{
+    const auto holdsCr = [](const QByteArray& text) { return text.contains('\r'); };
+    return std::any_of(withLineEnds.begin(), withLineEnds.end(), holdsCr) ||
+           std::any_of(literals.begin(), literals.end(), holdsCr);
+}
+
 CheckLines::CheckLines(QByteArrayView fileBytes, const CheckKnownTexts& knownTexts)
     : bytes(fileBytes)
     , known(knownTexts)
+    , mayEndWithCr(!knownTexts.HoldCr())
 {
-    const qsizetype firstEnd = bytes.indexOf('\n');
-    isCrLf = firstEnd > 0 && bytes[firstEnd - 1] == '\r';
 }
 
 qsizetype CheckLines::GetLineEnd() const
@@ -24,7 +31,7 @@ QByteArrayView CheckLines::Peek() const
     if (AtEnd())
         return {};
     QByteArrayView line = bytes.sliced(position, GetLineEnd() - position);
-    if (isCrLf && line.endsWith('\r'))
+    if (mayEndWithCr && line.endsWith('\r'))
         line.chop(1);
     return line;
 }
@@ -97,7 +104,7 @@ QByteArrayView CheckLines::FindKnown(const QList<QByteArray>& texts, qsizetype a
         if (!behind.startsWith(ending))
             continue;
         behind = behind.sliced(ending.size());
-        if (behind.isEmpty() || behind.startsWith(isCrLf ? QByteArrayView("\r\n") : QByteArrayView("\n")))
+        if (behind.isEmpty() || behind.startsWith('\n') || (mayEndWithCr && behind.startsWith("\r\n")))
             found = text;
     }
     return found;

@@ -12,11 +12,13 @@
  * they stand, so one with line ends can't be told from further lines, and a literal is any text at all: the user's own
  *  records. Where one of these stands in the file, it is taken whole. Empty for a file from elsewhere. */
 struct CheckKnownTexts {
-    QList<QByteArray> withLineEnds; //!< names and texts that hold a line end
+    QList<QByteArray> withLineEnds; //!< names and texts that hold LF or CR
     QList<QByteArray> literals;     //!< texts of literals, without the line end behind them
+
+    bool HoldCr() const;
 };
 
-/*! Goes through the lines of a file. A line ends with LF, or with CR LF where the first line does. */
+/*! Goes through the lines of a file. A line ends with LF or CR LF; where a known text holds CR, with LF alone. */
 class CheckLines
 {
 public:
@@ -58,9 +60,9 @@ private:
 
     QByteArrayView bytes;
     const CheckKnownTexts& known;
+    bool mayEndWithCr;
     qsizetype position = 0;
     int lineNumber = 1;
-    bool isCrLf = false;
 };
 
 namespace CheckNumbers

@@ -92,6 +92,31 @@ QStringList GetPlyTable(const CheckedFile& file)
     return lines;
 }
 
+void AddByteOrderMark(CheckedFile& file, QByteArrayView bytes)
+{
+    if (CheckFormats::HasByteOrderMark(bytes))
+        file.findings.push_back(
+            {CheckSeverity::Error, 1, {}, Check::tr("the file begins with a byte order mark, which no format has")});
+}
+
+/*! The formats leave the line ends to the system that writes them, which is LF here. So CR LF is no fault of a format,
+ * but a file that has them was written elsewhere, or saved by an editor. */
+void AddLineEnds(CheckedFile& file, QByteArrayView bytes)
+{
+    constexpr QByteArrayView lineEnd = "\r\n";
+    const qsizetype count = bytes.count(lineEnd);
+    const qsizetype all = bytes.count('\n');
+    if (count == 0)
+        return;
+    if (count == all) {
+        file.AddWarning(0, {}, Check::tr("expected lines that end with LF, found CR LF"));
+        return;
+    }
+    const qsizetype first = bytes.first(bytes.indexOf(lineEnd)).count('\n') + 1;
+    file.AddWarning(static_cast<int>(first), {},
+                    Check::tr("expected lines that end with LF, found CR LF at %1 of %2").arg(count).arg(all));
+}
+
 QJsonObject GetPlyJson(const CheckedFile& file, const CheckPly& ply)
 {
     QJsonObject json;
@@ -156,11 +181,13 @@ void CheckedFile::AddWarning(int line, const QString& ply, const QString& text)
     findings.insert(std::upper_bound(findings.begin(), findings.end(), finding, IsAhead), finding);
 }
 
-bool CheckedFile::IsUnreadable() const
+const CheckFinding* CheckedFile::GetUnreadable() const
 {
+    if (!content.groups.empty() || !content.curves.empty() || !content.targets.empty() || !content.texts.empty())
+        return nullptr;
     const auto isError = [](const CheckFinding& finding) { return finding.severity == CheckSeverity::Error; };
-    return content.groups.empty() && content.curves.empty() && content.targets.empty() && content.texts.empty() &&
-           std::any_of(findings.begin(), findings.end(), isError);
+    const auto error = std::find_if(findings.begin(), findings.end(), isError);
+    return error == findings.end() ? nullptr : &*error;
 }
 
 CheckedFile CheckBytes(const QString& path, const CheckFormat& format, QByteArrayView bytes, CheckFile::Unit unit,
@@ -174,9 +201,7 @@ CheckedFile CheckBytes(const QString& path, const CheckFormat& format, QByteArra
     file.unitLength = told == CheckFile::Inches ? inch : 1.0;
     file.plies = CheckMeasures::GetPlies(file.content);
     file.findings = file.content.findings;
-    if (CheckFormats::HasByteOrderMark(bytes))
-        file.findings.push_back(
-            {CheckSeverity::Error, 1, {}, Check::tr("the file begins with a byte order mark, which no format has")});
+    AddByteOrderMark(file, bytes);
     // Of a file that isn't whole, half of what is doubtful is doubtful because of that.
     const std::vector<CheckFinding> faults = FindFaults(file.content, file.plies, file.unitLength);
     file.findings.insert(file.findings.end(), faults.begin(), faults.end());
@@ -186,6 +211,8 @@ CheckedFile CheckBytes(const QString& path, const CheckFormat& format, QByteArra
         file.findings.push_back(
             {CheckSeverity::Error, 0, {}, Check::tr("and %1 errors more").arg(file.content.suppressedFindings)});
     std::stable_sort(file.findings.begin(), file.findings.end(), IsAhead);
+    if (!known.HoldCr())
+        AddLineEnds(file, bytes);
     return file;
 }
 

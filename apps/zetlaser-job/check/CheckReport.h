@@ -32,8 +32,8 @@ struct CheckedFile {
     CheckBox GetBox() const;
     /*! Puts a finding to its place in the order of the file. */
     void AddWarning(int line, const QString& ply, const QString& text);
-    /*! Nothing of it was understood: it is no file of its format. */
-    bool IsUnreadable() const;
+    /*! Where nothing of it was understood, so that it is no file of its format: the first error. Otherwise null. */
+    const CheckFinding* GetUnreadable() const;
 };
 
 /*! Reads \a bytes as \a format and looks for faults. \a unit counts for a file that doesn't tell its own. */

@@ -36,6 +36,11 @@ void VisitAll(const Group& group, const Visit& visit)
         VisitAll(child, visit);
 }
 
+bool HasLineEnd(const QString& text)
+{
+    return text.contains(u'\n') || text.contains(u'\r');
+}
+
 QString GetTypeName(const ZETLaserOptions& options)
 {
     return JobSettingTable::GetTypeNames().value(options.GetFileType());
@@ -209,13 +214,13 @@ CheckKnownTexts GetKnownTexts(const ZETLaserOptions& options, const ZETLaserOutl
     };
     VisitAll(root, [&](const Group& group) {
         for (const ZETLaserOutline::Text& text : group.texts) {
-            if (text.text.contains(u'\n'))
+            if (HasLineEnd(text.text))
                 add(text.text, known.withLineEnds);
         }
         for (const ZETLaserOutline::Parameter& parameter : group.parameters) {
             if (parameter.type == ZETLaserParameter::Literal)
                 add(parameter.text, known.literals);
-            else if (parameter.text.contains(u'\n'))
+            else if (HasLineEnd(parameter.text))
                 add(parameter.text, known.withLineEnds);
         }
     });

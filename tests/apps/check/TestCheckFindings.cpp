@@ -96,6 +96,12 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
          "\"Pl\u00e4y\""_s,
          u"f:8: warning: ply Pl\u00e4y: a parameter's text has characters beyond ASCII, which projectors may show as "
          "others: \"Na\u00efve\""_s});
+    row("CR LF", QByteArray(Ply("A", square) + end).replace("\n", "\r\n"),
+        {u"f: warning: expected lines that end with LF, found CR LF"_s});
+    row("CR LF in some lines", QByteArray(Ply("A", square) + end).replace("\n", "\r\n").replace("END A\r", "END A"),
+        {u"f:1: warning: expected lines that end with LF, found CR LF at 8 of 9"_s});
+    row("CR LF in the last line", Ply("A", square) + "EOD\r\n",
+        {u"f:9: warning: expected lines that end with LF, found CR LF at 1 of 9"_s});
     row("some normals", Ply("A", Polyline("0 0 0   0 0 1\n100 0 0\n100 100 0   0 0 1\n0 0 0   0 0 1\n")) + end,
         {u"f:2: warning: ply A: 3 of 4 points of a curve have a normal"_s});
     row("no normals in one ply",
