@@ -38,7 +38,8 @@ int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
     const auto model = Load(GetSealed(QByteArray(reinterpret_cast<const char*>(data), qsizetype(size))));
     if (!model)
         return 0;
-    // Objects are numbered as they stand in a file, which may have any order; the model's own comes with the first round.
+    // Objects are numbered as they stand in a file, which may have any order; the model's own comes with the first
+    // round.
     const auto ordered = Load(ZETOpenModelStream::Save(*model));
     FuzzTarget::Require(ordered != nullptr, "a model that was loaded can be saved and loaded again");
     const QByteArray saved = ZETOpenModelStream::Save(*ordered);
