@@ -8,9 +8,8 @@ class ZETLaserCurve;
 /*! Writes a job as a Virtek part file (.ply) and, if the model has targets, a calibration file (.cal) beside it.
  *
  *  The part file has no header. Layers ("LAYER START" to "LAYER END") hold plies ("START" to "END"), which hold
- *  polylines
- *  ("P"), parameters ("I", "L", "G", "Q" and literal lines) and texts ("T"); "EOD" ends it. Names and texts are written
- *  as they stand. */
+ *  polylines ("P"), parameters ("I", "L", "G", "Q" and literal lines) and texts ("T"); "EOD" ends it. Names and texts
+ *  are written as they stand. */
 class ZETLaserWriterVirtek final : public ZETLaserWriter
 {
     Q_DECLARE_TR_FUNCTIONS(ZETLaserWriterVirtek)

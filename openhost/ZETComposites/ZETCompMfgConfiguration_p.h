@@ -29,7 +29,7 @@ public:
         bool IsLive() const { return ply && (isNone || included); }
     };
 
-    /*! The choice for  ply; null if there is none. */
+    /*! The choice for \a ply; null if there is none. */
     const Choice* Find(const ZETCompPlyBase& ply) const;
     void Choose(ZETCompPlyBase& ply, ZETCompStrategyBase* included);
 
