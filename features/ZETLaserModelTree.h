@@ -4,6 +4,8 @@
 #include <ZETTopology/ZETTopBody.h>
 #include <ZETTopology/ZETTopVertex.h>
 
+#include <QList>
+
 // Steps through the model that features, reader and writers share.
 
 /*! The nearest ancestor of class \a T; null if there is none. */
@@ -23,6 +25,19 @@ T* FindSelfOrAncestor(ZETFeatObject& feature)
 {
     T* const self = qobject_cast<T*>(&feature);
     return self ? self : FindAncestor<T>(feature);
+}
+
+/*! The features of class \a T at any depth below \a top, which may be null, in model order. */
+template <typename T>
+QList<T*> FindDescendants(const ZETFeatObject* top)
+{
+    QList<T*> found;
+    const QList<ZETFeatObject*> features = top ? top->GetAllChildren() : QList<ZETFeatObject*>();
+    for (ZETFeatObject* feature : features) {
+        if (T* const cast = qobject_cast<T*>(feature))
+            found.append(cast);
+    }
+    return found;
 }
 
 /*! The first vertex of \a body, which may be null; null if there is none. */

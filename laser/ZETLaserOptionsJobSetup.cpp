@@ -1,5 +1,6 @@
 // What the options take from the model: root, configuration, plies and projectors.
 
+#include "features/ZETLaserModelTree.h"
 #include "features/ZETLaserProjector.h"
 #include "laser/ZETLaserOptions.h"
 
@@ -151,15 +152,7 @@ void ZETLaserOptions::AddPly(ZETCompPlyBase* ply)
 
 QList<const ZETLaserProjector*> ZETLaserOptions::GetModelProjectors() const
 {
-    QList<const ZETLaserProjector*> result;
-    if (!compRoot)
-        return result;
-    const QList<ZETFeatObject*> features = compRoot->GetAllChildren();
-    for (ZETFeatObject* feature : features) {
-        if (const auto* projector = qobject_cast<const ZETLaserProjector*>(feature))
-            result.append(projector);
-    }
-    return result;
+    return FindDescendants<const ZETLaserProjector>(compRoot);
 }
 
 void ZETLaserOptions::SelectAllProjectors()

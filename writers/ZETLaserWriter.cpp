@@ -1,6 +1,7 @@
 #include "writers/ZETLaserWriter.h"
 
 #include "features/ZETLaser3DText.h"
+#include "features/ZETLaserModelTree.h"
 #include "features/ZETLaserParameter.h"
 #include "features/ZETLaserParameterProvider.h"
 #include "features/ZETLaserTarget.h"
@@ -179,15 +180,7 @@ QList<ZETLaserWriter::Text> ZETLaserWriter::EvaluateTexts(const ZETLaserGroup& g
 
 QList<ZETLaserTarget*> ZETLaserWriter::CollectTargets(ZETFeatObject* modelRoot)
 {
-    QList<ZETLaserTarget*> targets;
-    if (!modelRoot)
-        return targets;
-    const auto children = modelRoot->GetAllChildren();
-    for (auto* child : children) {
-        if (auto* target = qobject_cast<ZETLaserTarget*>(child))
-            targets.append(target);
-    }
-    return targets;
+    return FindDescendants<ZETLaserTarget>(modelRoot);
 }
 
 QList<ZETLaserTarget*> ZETLaserWriter::FindTargets(const TargetTexts& texts)

@@ -38,17 +38,6 @@ QString Padded(int number, int width)
 {
     return u"%1"_s.arg(number, width, 10, QChar(u'0'));
 }
-
-QList<const ZETLaserProjector*> CollectProjectors(const ZETFeatObject* modelRoot)
-{
-    QList<const ZETLaserProjector*> projectors;
-    const auto children = modelRoot ? modelRoot->GetAllChildren() : QList<ZETFeatObject*>();
-    for (const auto* child : children) {
-        if (const auto* projector = qobject_cast<const ZETLaserProjector*>(child))
-            projectors.append(projector);
-    }
-    return projectors;
-}
 } // namespace
 
 ZETLaserWriterGS::ZETLaserWriterGS(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot)
@@ -270,7 +259,7 @@ void ZETLaserWriterGS::WriteTargets()
         return;
     }
     // Meant: all projectors of the model, and not the job's selection.
-    const auto projectors = CollectProjectors(options->GetCompRoot());
+    const auto projectors = FindDescendants<const ZETLaserProjector>(options->GetCompRoot());
     if (projectors.isEmpty())
         WriteReportParagraph(tr("No laser projectors found in model, using all targets in one projector."));
 
