@@ -11,10 +11,9 @@
 #include "writers/ZETLaserTargetWalk.h"
 #include "writers/ZETLaserTreeWalk.h"
 
-#include <QDate>
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QTime>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -67,11 +66,6 @@ void WriteNumbers(QXmlStreamWriter& xml, std::initializer_list<QString> names, c
     xml.writeAttribute(*name++, NumberText(point.GetY()));
     xml.writeAttribute(*name, NumberText(point.GetZ()));
 }
-
-QString FileDate()
-{
-    return QDate::currentDate().toString(u"M/d/yyyy") + u' ' + QTime::currentTime().toString(u"hh:mm:ss");
-}
 } // namespace
 
 ZETLaserWriterLPT::ZETLaserWriterLPT(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot)
@@ -96,6 +90,11 @@ bool ZETLaserWriterLPT::Write()
     return true;
 }
 
+QString ZETLaserWriterLPT::GetFileDate(const QDateTime& time)
+{
+    return time.toString(u"M/d/yyyy hh:mm:ss");
+}
+
 void ZETLaserWriterLPT::WritePart()
 {
     const Element document(xmlWriter, u"XML"_s);
@@ -104,7 +103,7 @@ void ZETLaserWriterLPT::WritePart()
     xmlWriter.writeAttribute(u"STATUS"_s, u"Vantrell"_s);
     // All children count, also those that have nothing to write.
     xmlWriter.writeAttribute(u"TOPLAYERS"_s, QString::number(root->GetChildren().size()));
-    xmlWriter.writeAttribute(u"FILEDATE"_s, FileDate());
+    xmlWriter.writeAttribute(u"FILEDATE"_s, GetFileDate(QDateTime::currentDateTime()));
     xmlWriter.writeAttribute(u"INVERTNORMALS"_s, QString());
     xmlWriter.writeAttribute(u"HIGHESTPLY"_s, u"50"_s);
     xmlWriter.writeAttribute(u"USEASSIGNEDLASERS"_s, u"0"_s);

@@ -4,6 +4,7 @@
 
 #include <QXmlStreamWriter>
 
+class QDateTime;
 class ZETLaserContour;
 class ZETLaserCurve;
 
@@ -20,6 +21,9 @@ public:
     ZETLaserWriterLPT(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot);
 
     bool Write() override;
+
+    /*! \a time as the part file tells when it was written: "3/7/2024 09:05:02". */
+    static QString GetFileDate(const QDateTime& time);
 
 private:
     friend struct ZETLaserTreeWalk;

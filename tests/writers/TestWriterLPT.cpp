@@ -12,6 +12,7 @@
 #include "tests/support/TestJob.h"
 #include "tests/support/TestOutput.h"
 #include "tests/support/TestRandomJob.h"
+#include "writers/ZETLaserWriterLPT.h"
 
 #include <ZETComposites/ZETCompRosette.h>
 
@@ -245,6 +246,7 @@ private slots:
     void theFileStartsWithALineEndAndNoDeclaration();
     void theMakeShowsInTheMessageAlone();
     void theDateIsThatOfTheWriting();
+    void theDateIsToldWithoutLeadingZerosAndTheTimeWithThem();
     void allChildrenOfTheRootCountAsTopLayers();
     void contoursOfTheRootAreTopLayersWithoutAnElement();
     void namesAreEscaped();
@@ -315,10 +317,21 @@ void TestWriterLPT::theDateIsThatOfTheWriting()
     const QByteArray part = Write(pointPly).part;
     const auto after = QDateTime::currentDateTime();
     const QString text = QString::fromLatin1(Attributes(part, "PART", "FILEDATE"));
-    const QDateTime date = QDateTime::fromString(text, u"M/d/yyyy hh:mm:ss"_s);
-    QVERIFY2(date.isValid(), qPrintable(text));
-    QVERIFY(date >= before.addSecs(-1) && date <= after);
-    QVERIFY(!QRegularExpression(u"^0|/0"_s).match(text).hasMatch()); // no leading zeros in month and day
+    QStringList dates;
+    for (auto time = before; time < after.addSecs(1); time = time.addSecs(1))
+        dates.append(ZETLaserWriterLPT::GetFileDate(time));
+    QVERIFY2(dates.contains(text), qPrintable(text));
+}
+
+void TestWriterLPT::theDateIsToldWithoutLeadingZerosAndTheTimeWithThem()
+{
+    const auto tell = [](QDate date, QTime time) {
+        return ZETLaserWriterLPT::GetFileDate(QDateTime(date, time, Qt::UTC));
+    };
+    QCOMPARE(tell({2024, 3, 7}, {9, 5, 2}), u"3/7/2024 09:05:02"_s);
+    QCOMPARE(tell({2024, 12, 31}, {23, 59, 58}), u"12/31/2024 23:59:58"_s);
+    QCOMPARE(tell({2030, 10, 1}, {0, 0, 0}), u"10/1/2030 00:00:00"_s);
+    QCOMPARE(tell({2031, 1, 10}, {12, 30, 45}), u"1/10/2031 12:30:45"_s);
 }
 
 void TestWriterLPT::allChildrenOfTheRootCountAsTopLayers()
