@@ -26,7 +26,7 @@ QString GetBuildTask()
 void CheckCount(qsizetype count, bool closed)
 {
     if (count < (closed ? 3 : 2)) {
-        throw ZETSysException(closed ? ZETOpenCurveOnSurface::tr("a closed curve needs three points at least")
+        throw ZETSysException(closed ? ZETOpenCurveOnSurface::tr("a closed curve needs at least three different points")
                                      : ZETOpenCurveOnSurface::tr("a curve needs two points at least"));
     }
 }

@@ -504,7 +504,9 @@ void TestOpenCurveOnSurface::impossibleCurvesAreRefused()
     const QList<ZETMathPoint> none;
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, none, false));
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, QList<ZETMathPoint>{{0, 0, 0}}, false));
-    QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, {{0, 0, 0}, {1, 0, 0}, {0, 0, 0}}, true));
+    // The last point repeats the first, so there are three points, but not enough of them.
+    const auto makeRepeating = [&] { Curve::MakePolyline(plane, {{0, 0, 0}, {1, 0, 0}, {0, 0, 0}}, true); };
+    QCOMPARE(Thrown(makeRepeating), QStringLiteral("a closed curve needs at least three different points"));
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(plane, {{0, 0, 0}, {nan, 0, 0}}, false));
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakePolyline(nullptr, {{0, 0, 0}, {1, 0, 0}}, false));
     QVERIFY_THROWS_EXCEPTION(ZETSysException, Curve::MakeInterpolated(plane, {{0, 0, 0}, {0, 0, 0}, {1, 0, 0}}, false));
