@@ -67,6 +67,12 @@ private:
                 throw JobError(JobExit::WrongCall,
                                Translate("expected another file behind --output than %1, which is read").arg(input));
         }
+        // Unlike a part file, it isn't made anew from what else there is.
+        if (output.exists() && !options.isForced)
+            throw JobError(JobExit::CannotWrite,
+                           Translate("can't write %1: it is there already, and may hold what was added by hand; "
+                                     "--force replaces it")
+                               .arg(output.filePath()));
     }
 
     /*! Looks up the boundaries in the tool file. */

@@ -9,6 +9,7 @@ struct JobConvertOptions {
     QString plyList;     //!< a CSV file
     QString toolFile;    //!< STEP, IGES or BREP
     QString output;      //!< the layup file
+    bool isForced;       //!< the output may be there already
     JobLayupFrame frame; //!< but the path of the tool file
 };
 

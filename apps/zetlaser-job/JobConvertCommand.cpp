@@ -38,6 +38,10 @@ QList<JobSetting> MakeOptions()
          .section = files,
          .help = Translate("The layup file to write."),
          .suffixes = {u"json"_s}},
+        {.key = u"force"_s,
+         .kind = JobSetting::Flag,
+         .section = files,
+         .help = Translate("Replace a layup file that is there already, with all that was added to it by hand.")},
         {.key = u"name"_s,
          .kind = JobSetting::Text,
          .section = model,
@@ -114,7 +118,7 @@ int RunConvertCommand(const JobCall& call)
     }
     const QString& plyList = call.arguments.first();
     RunConvert({plyList, call.settings.GetText(u"tool"_s), call.settings.GetText(u"output"_s),
-                GetFrame(call.settings, plyList)});
+                call.settings.Get(u"force"_s).toBool(), GetFrame(call.settings, plyList)});
     return static_cast<int>(JobExit::Written);
 }
 } // namespace
@@ -134,14 +138,17 @@ JobCommand MakeConvertCommand()
             "their lines, and then nothing is written."),
         .arguments = {{.placeholder = u"PLIES"_s, .noun = Translate("ply list"), .suffixes = {u"csv"_s}}},
         .options = MakeOptions(),
-        .notes = Translate("The layup file has no targets and projectors, and no thickness of materials: a list tells "
-                           "none. They are written into it by hand."),
+        .notes =
+            Translate("The layup file has no targets and projectors, and no thickness of materials: a list tells "
+                      "none. They are written into it by hand, so one that is there is replaced with --force only."),
         .examples = {{u"plies.csv --tool cover.step --output cover.layup.json"_s,
                       Translate("Makes a layup file of the plies in plies.csv, on the face of cover.step.")}},
         .exitCodes = {{u"0"_s, Translate("the layup file is written")},
                       {u"2"_s, Translate("the command line is wrong")},
                       {u"3"_s, Translate("the ply list or the tool file is wrong or can't be read")},
-                      {u"4"_s, Translate("the file can't be written: no permission, no room, no such folder")},
+                      {u"4"_s,
+                       Translate(
+                           "the file can't be written: it is there already, no permission, no room, no such folder")},
                       {u"5"_s, Translate("the conversion failed")},
                       {u"128 + N"_s, Translate("interrupted by the signal N (130: Ctrl-C)")}},
         .run = RunConvertCommand,

@@ -27,11 +27,11 @@ class ConvertTest(ToolTest):
         shutil.copy(COVER / "cover.step", self.folder)
 
     def convert(self, plies, *more, output="cover.layup.json", tool="cover.step"):
-        """Converts a list, given by name or by its content."""
+        """Converts a list, given by name or by its content, and replaces what an earlier call has written."""
         if not isinstance(plies, str) or re.search("[,;\n]", plies):
             self.write("p.csv", plies)
             plies = "p.csv"
-        return self.run_tool("convert", plies, "--tool", tool, "--output", output, *more)
+        return self.run_tool("convert", plies, "--tool", tool, "--output", output, "--force", *more)
 
     def layup(self, *arguments):
         self.expect(self.convert(*arguments), 0)
@@ -338,6 +338,19 @@ class Calls(ConvertTest):
         self.assertEqual(layup["rosettes"], [{"name": "Rosette", "origin": [1, 2, -3.5], "x": [0, 1, 0], "y": [-1, 0, 0]}])
         self.expect(self.run_tool("cover.layup.json", "--type", "virtek", "--output", "a.ply", "--no-output-rosette"), 0,
                     "size: 56.0 mm x 49.4 mm x ")
+
+    def test_what_was_added_by_hand_is_replaced_on_demand_only(self):
+        call = ["convert", COVER / "plies.csv", "--tool", "cover.step", "--output", "cover.layup.json"]
+        self.expect(self.run_tool(*call), 0)
+        written = (self.folder / "cover.layup.json").read_text()
+        added = written.replace('"name": "Carbon",', '"name": "Carbon", "thickness": 0.2,')
+        self.assertNotEqual(added, written)
+        self.write("cover.layup.json", added)
+        self.expect(self.run_tool(*call), 4, "error: can't write cover.layup.json: it is there already, and may hold what was "
+                                             "added by hand; --force replaces it\n")
+        self.assertEqual((self.folder / "cover.layup.json").read_text(), added)
+        self.expect(self.run_tool(*call, "--force"), 0, "written: cover.layup.json (")
+        self.assertEqual((self.folder / "cover.layup.json").read_text(), written)
 
     def test_a_conversion_that_fails_leaves_the_previous_file(self):
         self.write("cover.layup.json", "previous")
