@@ -59,8 +59,10 @@ public:
         Each([](Entry& entry) { entry.output->PreparePlaces(); });
         if (HasOutputs())
             MakeFrom(layupFile);
-        for (const Entry& entry : entries)
-            TellResult(entry);
+        for (const Entry& entry : entries) {
+            if (entry.output)
+                TellResult(entry);
+        }
         FailForAll();
     }
 
@@ -91,7 +93,10 @@ private:
                     throw;
                 entry.failure = JobError::OfCurrentException();
                 entry.output.reset();
-                JobConsole::WriteMessage(Translate("error"), entry.title + u": "_s + entry.failure->GetText());
+                JobConsole::WriteMessage(Translate("error"), Translate("%1 failed with exit code %2: %3")
+                                                                 .arg(entry.title)
+                                                                 .arg(static_cast<int>(entry.failure->GetExit()))
+                                                                 .arg(entry.failure->GetText()));
             }
         }
     }
@@ -141,15 +146,9 @@ private:
 
     void TellResult(const Entry& entry) const
     {
-        if (IsSet()) {
-            const QString result = entry.failure ? Translate("failed with exit code %1: %2")
-                                                       .arg(static_cast<int>(entry.failure->GetExit()))
-                                                       .arg(entry.failure->GetText())
-                                                 : entry.output->GetName();
-            JobConsole::WriteResult(entry.title + u": "_s + result);
-        }
-        if (entry.output)
-            entry.output->TellResult();
+        if (IsSet())
+            JobConsole::WriteResult(entry.title + u": "_s + entry.output->GetName());
+        entry.output->TellResult();
     }
 
     void FailForAll() const
