@@ -236,6 +236,14 @@ int RunCheckCommand(const JobCall& call)
     if (!type.isEmpty() && !CheckFormats::Find(type))
         throw JobError(JobExit::WrongCall,
                        Translate("--type: expected one of %1, found \"%2\"").arg(GetTypes().join(u", "_s), type));
+    for (const JobSetting& option : MakeOptions()) {
+        const bool needsLayup = option.key == u"axisSystem"_s || option.key == u"maxDistance"_s;
+        if (needsLayup && call.settings.Has(option.key) && !call.settings.Has(u"layup"_s))
+            throw JobError(JobExit::WrongCall,
+                           Translate("%1: expected --layup beside it, found none").arg(option.GetFlag()));
+    }
+    if (call.settings.Has(u"quiet"_s) && call.settings.Has(u"json"_s))
+        throw JobError(JobExit::WrongCall, Translate("expected --quiet or --json, found both"));
     return CheckRun(call).Run();
 }
 } // namespace

@@ -1,5 +1,6 @@
 #include "JobCommandLine.h"
 
+#include "JobCommands.h"
 #include "JobError.h"
 
 #include "openhost/layup/ZETOpenJson.h"
@@ -68,6 +69,13 @@ private:
 
     [[noreturn]] void FailUnknown(const QString& name) const
     {
+        for (const JobCommand& other : JobCommands::GetAll()) {
+            for (const JobSetting& option : other.GetAllOptions()) {
+                if (option.GetFlags().contains(name))
+                    Fail(Translate("%1 is an option of \"%2\", not of \"%3\"")
+                             .arg(name, other.GetCall(), command.GetCall()));
+            }
+        }
         QStringList flags;
         for (const JobSetting& option : options)
             flags += option.GetFlags();

@@ -8,6 +8,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace
@@ -56,6 +58,70 @@ QList<JobSetting> MakeOptions()
     };
 }
 
+/*! The settings of a job that tell what is shown. The others tell how files are written, so a preview takes them from a
+ *  settings file alone, which serves both. */
+const QStringList& GetShownKeys()
+{
+    static const QStringList keys{u"output"_s,
+                                  u"partName"_s,
+                                  u"configuration"_s,
+                                  u"projectors"_s,
+                                  u"layups"_s,
+                                  u"plies"_s,
+                                  u"outputType"_s,
+                                  u"outputExtraGeometry"_s,
+                                  u"outputRosette"_s,
+                                  u"useSeedPoint"_s,
+                                  u"useSeedCurve"_s,
+                                  u"skipParentPlyWithSubPlies"_s,
+                                  u"offsetMode"_s,
+                                  u"useMinimizePointsTolerance"_s,
+                                  u"minimizePointsTolerance"_s,
+                                  u"useMaxLength"_s,
+                                  u"maxLength"_s,
+                                  u"usePointOffset"_s,
+                                  u"boundaryTolerance"_s,
+                                  u"rosetteSize"_s,
+                                  u"rosetteSizeQuilmon"_s,
+                                  u"normalVectorSize"_s,
+                                  u"normalVectorColor"_s};
+    return keys;
+}
+
+QList<JobSetting> GetSharedOptions()
+{
+    QList<JobSetting> options = GetJobOptions();
+    options.removeIf([](const JobSetting& option) {
+        return JobSettingTable::FindByKey(option.key) && !GetShownKeys().contains(option.key);
+    });
+    return options;
+}
+
+QString DescribeSharedOptions()
+{
+    QStringList flags;
+    for (const QString& key : GetShownKeys())
+        flags.append(JobSettingTable::FindByKey(key)->GetShownFlags());
+    return Translate("Which plies are shown, and what of them, is told by these options of a job that writes: %1. "
+                     "zetlaser-job --help tells them. Of a settings file counts what stands outside of \"outputs\".")
+        .arg(flags.join(u", "_s));
+}
+
+/*! Throws where an option is of no use with the formats that are wanted. */
+void CheckFormats(const JobSettings& flags, const QStringList& formats)
+{
+    const auto check = [&](const QString& key, const QString& flag, const QStringList& users) {
+        const bool isUsed =
+            std::any_of(users.begin(), users.end(), [&](const QString& format) { return formats.contains(format); });
+        if (flags.Has(key) && !isUsed)
+            throw JobError(JobExit::WrongCall, Translate("%1: expected %2 among the formats, found %3 alone")
+                                                   .arg(flag, users.join(Translate(" or ")), formats.join(u", "_s)));
+    };
+    check(u"plyPictures"_s, u"--ply-pictures"_s, {u"png"_s, u"svg"_s});
+    check(u"size"_s, u"--size"_s, {u"png"_s, u"svg"_s});
+    check(u"threeJs"_s, u"--three-js"_s, {u"html"_s});
+}
+
 /*! The choice "auto" stands for no side, and is the first of them. */
 std::optional<ZETOpenView::Side> GetSide(const JobSettings& settings)
 {
@@ -79,8 +145,10 @@ JobPreviewOptions GetPreviewOptions(const JobSettings& settings)
 int RunPreviewCommand(const JobCall& call)
 {
     const JobSettings settings = JobSettingsFile::Read(call.settings).GetCommon(call.settings);
+    const JobPreviewOptions options = GetPreviewOptions(call.settings);
+    CheckFormats(call.settings, options.formats);
     JobConsole::ListenToMessageQueue();
-    RunPreview(call.arguments.first(), settings, GetPreviewOptions(call.settings));
+    RunPreview(call.arguments.first(), settings, options);
     return static_cast<int>(JobExit::Written);
 }
 } // namespace
@@ -96,11 +164,8 @@ JobCommand MakePreviewCommand()
                                  "of the whole part (BASE.png, BASE.svg)."),
         .arguments = GetLayupArguments(),
         .options = MakeOptions(),
-        .sharedOptions = GetJobOptions(),
-        .notes = Translate(
-            "Which plies are shown, and what of them, is told by the same options as for a job that writes, "
-            "for example --plies, --configuration, --output-type, --output-rosette: zetlaser-job --help. Of a settings "
-            "file counts what stands outside of \"outputs\"."),
+        .sharedOptions = GetSharedOptions(),
+        .notes = DescribeSharedOptions(),
         .examples = {{u"panel.layup.json --output panel"_s, Translate("Writes panel.html, panel.png and panel.svg.")},
                      {u"panel.layup.json --output plies --formats png --ply-pictures --side top"_s,
                       Translate("Writes a picture of each ply, seen from above.")}},

@@ -462,6 +462,35 @@ JobSettings ReadSettings(const ZETOpenJsonValue& object, const QDir& folder, con
     }
     return settings;
 }
+/*! By the key of a setting, that of the switch without which it has no effect. */
+const QHash<QString, QString>& GetNeededSwitches()
+{
+    static const QHash<QString, QString> switches{{u"minimizePointsTolerance"_s, u"useMinimizePointsTolerance"_s},
+                                                  {u"maxLength"_s, u"useMaxLength"_s},
+                                                  {u"boundaryTolerance"_s, u"usePointOffset"_s},
+                                                  {u"targetFilePath"_s, u"useSpecificPathForLaserFile"_s}};
+    return switches;
+}
+
+bool IsOn(const QString& key, const JobSettings& settings)
+{
+    return settings.Has(key) ? settings.Get(key).toBool()
+                             : JobSettingTable::FindByKey(key)->record.read(Options()).toBool();
+}
+
+/*! Throws where a flag has no effect on any of \a outputs, because its switch is off. In a settings file it may stand
+ *  for the day that the switch is turned on. */
+void CheckSwitches(const JobSettings& flags, const QList<JobSettings>& outputs)
+{
+    for (const JobSetting& setting : JobSettingTable::GetAll()) {
+        const QString needed = GetNeededSwitches().value(setting.key);
+        const auto isOn = [&](const JobSettings& output) { return IsOn(needed, output); };
+        if (!needed.isEmpty() && flags.Has(setting.key) && std::none_of(outputs.begin(), outputs.end(), isOn))
+            throw JobError(JobExit::WrongCall,
+                           Translate("%1: expected %2 beside it, found none")
+                               .arg(setting.GetFlag(), JobSettingTable::FindByKey(needed)->GetFlag()));
+    }
+}
 } // namespace
 
 void JobSettings::Complete(const JobSettings& other)
@@ -650,6 +679,7 @@ JobSettings JobSettingsFile::GetCommon(const JobSettings& flags) const
 {
     JobSettings settings = flags;
     settings.Complete(common);
+    CheckSwitches(flags, {settings});
     return settings;
 }
 
@@ -667,6 +697,7 @@ QList<JobSettings> JobSettingsFile::GetOutputs(const JobSettings& flags) const
         output.Complete(common);
         all.append(output);
     }
+    CheckSwitches(flags, all);
     return all;
 }
 

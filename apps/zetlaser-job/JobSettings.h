@@ -100,9 +100,10 @@ struct JobSettingsFile {
     /*! Reads the file that the setting "settings" of \a flags names; without one, nothing is said. Throws JobError. */
     static JobSettingsFile Read(const JobSettings& flags);
 
-    /*! For what isn't written as an output: the common settings, with those of \a flags. */
+    /*! For what isn't written as an output: the common settings, with those of \a flags. Throws JobError where one of
+     *  \a flags has no effect. */
     JobSettings GetCommon(const JobSettings& flags) const;
-    /*! The settings of each output, at least one. Throws JobError where \a flags would make several outputs the same.
-     */
+    /*! The settings of each output, at least one. Throws JobError where \a flags would make several outputs the same,
+     *  or where one of them has no effect. */
     QList<JobSettings> GetOutputs(const JobSettings& flags) const;
 };

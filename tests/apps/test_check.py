@@ -99,6 +99,18 @@ class Calls(CheckTest):
         self.check("part.x", code=2)
         self.check("part.x", "--type", "calibration")
 
+    def test_options_without_effect_are_refused(self):
+        self.write("part.ply", GOOD)
+        for arguments, text in (
+                (["--axis-system", "Rosette"], "--axis-system: expected --layup beside it, found none"),
+                (["--max-distance", "5"], "--max-distance: expected --layup beside it, found none"),
+                (["--quiet", "--json"], "expected --quiet or --json, found both"),
+                (["--plies", "P1"], '--plies is an option of "zetlaser-job", not of "zetlaser-job check" '
+                                    "(zetlaser-job check --help tells more)")):
+            with self.subTest(arguments=arguments):
+                result = self.check("part.ply", *arguments, code=2)
+                self.assertEqual((result.stdout, result.stderr), ("", f"error: {text}\n"))
+
     def test_reports_are_passed_over(self):
         self.write("part.ply", GOOD)
         self.write("part.ply-report.htm", "<HTML>")

@@ -219,7 +219,7 @@ class Bash(ShellTest):
     def test_files_are_offered_by_suffix(self):
         self.assertEqual(self.complete("--settings", "pa"), ["part two.json", "part.layup.json"])
         self.assertEqual(self.complete("--output", "part."), ["part.PLY", "part.layup.json", "part.step"])
-        self.assertEqual(self.complete("preview", "--type", "virtek", "part"), ["part two.json", "part.layup.json"])
+        self.assertEqual(self.complete("preview", "--output-type", "flat", "part"), ["part two.json", "part.layup.json"])
         self.assertEqual(self.complete("--output-rosette", "part"), ["part two.json", "part.layup.json"])
         self.assertEqual(self.complete("--target-file-path", ""), ["sub folder"])
         self.assertEqual(self.complete("--", "part"), ["part two.json", "part.layup.json"])

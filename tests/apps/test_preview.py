@@ -125,6 +125,17 @@ class Calls(PreviewTest):
                 ([PANEL, "--output", "a", "--sides=top"], "unknown option --sides, did you mean --side?"),
                 ([PANEL, "--output", "a", "--formats", ","], "--formats: expected some of html, png, svg"),
                 ([PANEL, "--output", "a", "--size", "10001x1000"], "--size: expected a size such as 1600x1000"),
+                ([PANEL, "--output", "a", "--summary", "s.json"],
+                 'error: --summary is an option of "zetlaser-job", not of "zetlaser-job preview"'),
+                ([PANEL, "--output", "a", "--no-check"], '--no-check is an option of "zetlaser-job", not of '),
+                ([PANEL, "--output", "a", "--units", "in"], '--units is an option of "zetlaser-job", not of '),
+                ([PANEL, "--output", "a", "--max-length", "5"], "--max-length: expected --use-max-length beside it, found none"),
+                ([PANEL, "--output", "a", "--formats", "html", "--ply-pictures"],
+                 "--ply-pictures: expected png or svg among the formats, found html alone"),
+                ([PANEL, "--output", "a", "--formats", "html", "--size", "800x600"],
+                 "--size: expected png or svg among the formats, found html alone"),
+                ([PANEL, "--output", "a", "--formats", "png,svg", "--three-js", "."],
+                 "--three-js: expected html among the formats, found png, svg alone"),
                 ([PANEL, "--output", "a", "--plies", "P9"], 'the model has no ply to output called "P9"')):
             with self.subTest(arguments=arguments):
                 self.expect(self.run_tool(*arguments), 2, text)
@@ -134,7 +145,21 @@ class Calls(PreviewTest):
         result = self.run_tool(PANEL, "--output", "part", "--three-js", self.folder)
         self.expect(result, 5, "install Debian's package libjs-three")
         self.assertEqual(self.names(), [])
-        self.expect(self.run_tool(PANEL, "--output", "part", "--three-js", self.folder, "--formats", "svg"), 0)
+
+    def test_a_settings_file_may_say_how_files_are_written(self):
+        self.write("set.json", {"type": "virtek", "units": "in", "summary": "s.json", "check": False, "maxLength": 5})
+        self.expect(self.run_tool(PANEL, "--settings", "set.json", "--output", "part", "--formats", "svg"), 0, "shown: 5 plies")
+        self.assertEqual(self.names(), ["part.svg", "set.json"])
+
+    def test_help_names_all_options_of_a_job_that_are_taken(self):
+        text = self.run_tool("--help").stdout.replace("\n", " ").partition("these options of a job that writes:")[2]
+        listed = re.findall(r"--(?:\[no-\])?([a-z-]+)", text.partition(". ")[0])
+        self.assertIn("plies", listed)
+        flags = re.findall(r"(?m)^  --(?:\[no-\])?([a-z-]+)", ToolTest.run_tool(self, "--help").stdout.partition("\nJob:\n")[2])
+        self.assertGreater(len(flags), len(listed))
+        for flag in flags:
+            is_refused = "is an option of" in self.run_tool(f"--{flag}").stderr
+            self.assertEqual(is_refused, flag not in listed, flag)
 
     def test_missing_folder_is_told(self):
         self.expect(self.run_tool(PANEL, "--output", "none/part"), 4)

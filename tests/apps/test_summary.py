@@ -391,9 +391,9 @@ class Plies(Job):
             at = stop
         return worst
 
-    def compare_with_files(self, layup, *more):
-        summary = self.summarize(layup, *more)
-        self.expect(self.run_tool(layup, "--type", "virtek", "--output", "all.ply", "--no-use-minimize-points-tolerance", *more), 0)
+    def compare_with_files(self, layup, *thinning):
+        summary = self.summarize(layup, *thinning)
+        self.expect(self.run_tool(layup, "--type", "virtek", "--output", "all.ply", "--no-use-minimize-points-tolerance"), 0)
         thinned, full = self.read_plies("a.ply"), self.read_plies("all.ply")
         self.assertEqual([ply["name"] for ply in summary["plies"]], list(thinned))
         removed = 0
