@@ -282,6 +282,12 @@ class Settings(SetTest):
 
 
 class Documents(SetTest):
+    def test_the_example_asks_for_every_make_in_one_folder(self):
+        settings = json.loads((BLADE.parent / "makes.settings.json").read_text(encoding="utf-8"))
+        self.assertEqual({output["type"] for output in settings["outputs"]}, set(MAKES))
+        places = {output[key].rpartition("/")[0] for output in settings["outputs"] for key in ("output", "summary") if key in output}
+        self.assertEqual(places, {"../../build/job"})
+
     def test_the_settings_file_of_the_document_works(self):
         text = (SOURCE / "docs" / "settings-file.md").read_text(encoding="utf-8")
         blocks = dict(re.findall(r"(?ms)^```(\w*)\n(.*?)^```$", text))
