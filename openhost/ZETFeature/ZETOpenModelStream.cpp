@@ -15,6 +15,7 @@
 #include <QScopeGuard>
 #include <QtEndian>
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -50,6 +51,15 @@ QByteArray GetDigest(const QByteArray& bytes)
 QString GetName(const QByteArray& className)
 {
     return QString::fromUtf8(className).left(100);
+}
+
+/*! Whether messages can name the class: the bytes of a damaged file needn't be text. */
+bool IsIdentifier(const QByteArray& className)
+{
+    return !className.isEmpty() && std::all_of(className.cbegin(), className.cend(), [](char letter) {
+        return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z') ||
+               (letter >= '0' && letter <= '9') || letter == '_' || letter == ':';
+    });
 }
 
 /*! Puts a model together. */
@@ -248,7 +258,9 @@ private:
             entry.name = bytes.sliced(position, size);
             position += size;
             entry.version = ReadNumber<quint32>(u"the version of class %1"_s.arg(i + 1));
-            if (entry.name.isEmpty() || versions.contains(entry.name))
+            if (!IsIdentifier(entry.name))
+                FailHere(u"class %1 has no name that a class can have"_s.arg(i + 1));
+            if (versions.contains(entry.name))
                 FailHere(u"class %1 has no name of its own"_s.arg(i + 1));
             versions.insert(entry.name, entry.version);
             classes.append(entry);

@@ -434,6 +434,8 @@ void TestOpenModelStream::damagedTablesAreRefused_data()
                                  good.size() - headSize - digestSize - 8) +
                                  at(headSize + 8);
     QTest::newRow("no name") << with(headSize + 4, "00000000") << QString();
+    QTest::newRow("name of two lines") << with(headSize + 8, "0a")
+                                       << u"class 1 has no name that a class can have"_s + at(headSize + 8 + 8 + 4);
     QTest::newRow("objects") << with(objects - 4, "ffffffff")
                              << u"the count of its objects is 4294967295, and only 78 bytes follow"_s + at(objects);
     QTest::newRow("one object more") << with(objects - 4, "00000003") << QString();
