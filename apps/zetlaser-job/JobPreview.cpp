@@ -12,6 +12,7 @@
 
 #include <ZETComposites/ZETCompRoot.h>
 
+#include <QBuffer>
 #include <QFileInfo>
 #include <QRegularExpression>
 
@@ -130,9 +131,10 @@ private:
             place->WriteFile(name + u".svg"_s, ZETOpenScenePainter::WriteSvg(scene.GetScene(), picture));
         if (!IsWanted(u"png"_s))
             return;
-        const QString file = name + u".png"_s;
-        if (!ZETOpenScenePainter::PaintImage(scene.GetScene(), picture).save(place->GetPath() + u'/' + file, "PNG"))
-            throw JobError(JobExit::CannotWrite, Translate("can't write %1").arg(place->GetFinalPath(file)));
+        QBuffer image;
+        if (!ZETOpenScenePainter::PaintImage(scene.GetScene(), picture).save(&image, "PNG"))
+            throw JobError(JobExit::Failed, Translate("not enough memory for a picture of this size"));
+        place->WriteFile(name + u".png"_s, image.data());
     }
 
     QStringList Commit() const

@@ -29,7 +29,7 @@ namespace
 const QString folderPrefix = u".zetlaser-job-"_s;
 const QString previousFolder = u".previous"_s;
 const QString lockName = u".lock"_s;
-constexpr qint64 probeSize = 1 << 16; // more than one block of any file system that is in use
+constexpr qsizetype probeSize = 1 << 16; // more than one block of any file system that is in use
 
 /*! Held while files are moved, and by the thread that ends an interrupted program. */
 QRecursiveMutex& GetCommitMutex()
@@ -81,8 +81,9 @@ QString GetReason(int error)
 class Descriptor
 {
 public:
-    Descriptor(const QString& file, int flags)
-        : descriptor(open(QFile::encodeName(file).constData(), flags | O_CLOEXEC, 0600))
+    /*! \a mode: permissions of a file that is made. */
+    Descriptor(const QString& file, int flags, mode_t mode = 0600)
+        : descriptor(open(QFile::encodeName(file).constData(), flags | O_CLOEXEC, mode))
     {
     }
     ~Descriptor()
@@ -104,6 +105,19 @@ bool IsLocked(const QString& temporaryFolder)
     return file.IsOpen() && flock(file.Get(), LOCK_EX | LOCK_NB) != 0;
 }
 
+/*! Writes all of \a content: 0 or the error. */
+int WriteAll(const Descriptor& file, const QByteArray& content)
+{
+    for (qsizetype done = 0; done < content.size();) {
+        const ssize_t written =
+            write(file.Get(), content.constData() + done, static_cast<std::size_t>(content.size() - done));
+        if (written < 0 && errno != EINTR)
+            return errno;
+        done += written > 0 ? written : 0;
+    }
+    return 0;
+}
+
 /*! Writes, syncs and removes a file: 0 or the error. */
 int WriteProbe(const QString& file)
 {
@@ -112,14 +126,7 @@ int WriteProbe(const QString& file)
         const Descriptor probe(file, O_WRONLY | O_CREAT | O_TRUNC);
         if (!probe.IsOpen())
             return errno;
-        const QByteArray content(probeSize, '\0');
-        for (qint64 done = 0; done < probeSize && error == 0;) {
-            const ssize_t written =
-                write(probe.Get(), content.constData() + done, static_cast<std::size_t>(probeSize - done));
-            if (written < 0 && errno != EINTR)
-                error = errno;
-            done += written > 0 ? written : 0;
-        }
+        error = WriteAll(probe, QByteArray(probeSize, '\0'));
         if (error == 0 && fsync(probe.Get()) != 0)
             error = errno;
     }
@@ -226,9 +233,10 @@ QStringList JobStaging::GetNames() const
 
 void JobStaging::WriteFile(const QString& name, const QByteArray& content) const
 {
-    QFile file(path + u'/' + name);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size() || !file.flush())
-        FailWriting(Translate("can't write %1: %2").arg(GetFinalPath(name), file.errorString()));
+    // Not by QFile, which has no reason to tell for a file that was written in part.
+    const Descriptor file(path + u'/' + name, O_WRONLY | O_CREAT | O_TRUNC, 0666);
+    if (const int error = file.IsOpen() ? WriteAll(file, content) : errno)
+        FailWriting(Translate("can't write %1: %2").arg(GetFinalPath(name), GetReason(error)));
 }
 
 void JobStaging::CheckWritten() const

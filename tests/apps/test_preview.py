@@ -7,6 +7,7 @@ import itertools
 import json
 import pathlib
 import re
+import resource
 import struct
 import unittest
 import xml.etree.ElementTree as ElementTree
@@ -20,8 +21,8 @@ SVG = "{http://www.w3.org/2000/svg}"
 
 
 class PreviewTest(ToolTest):
-    def run_tool(self, *arguments):
-        return super().run_tool("preview", *arguments)
+    def run_tool(self, *arguments, **more):
+        return super().run_tool("preview", *arguments, **more)
 
     def preview(self, layup, *arguments):
         """Runs the tool; what it says that it showed: plies, targets, segments, markers."""
@@ -160,6 +161,13 @@ class Calls(PreviewTest):
         for flag in flags:
             is_refused = "is an option of" in self.run_tool(f"--{flag}").stderr
             self.assertEqual(is_refused, flag not in listed, flag)
+
+    def test_the_reason_why_a_picture_is_not_written_is_told(self):
+        limit = 4096  # bytes of a file, which no picture keeps to
+        result = self.run_tool(PANEL, "--output", "part", "--formats", "png",
+                               preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (limit, limit)))
+        self.expect(result, 4, f"can't write {self.folder}/part.png: File too large")
+        self.assertEqual(self.names(), [])
 
     def test_missing_folder_is_told(self):
         self.expect(self.run_tool(PANEL, "--output", "none/part"), 4)
