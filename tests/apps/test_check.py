@@ -354,11 +354,13 @@ class Documents(CheckTest):
     def test_the_output_in_the_document_is_what_is_told(self):
         text = (SOURCE / "docs" / "check.md").read_text()
         blocks = [block for kind, block in re.findall(r"^```(.*)\n([^`]*)^```$", text, re.M) if not kind]
-        self.assertEqual(len(blocks), 2)
+        self.assertEqual(len(blocks), 3)
         self.assertEqual(self.run_tool(PANEL, "--type", "virtek", "--output", "panel.ply").returncode, 0)
         self.assertEqual(self.check("panel.ply").stdout, blocks[0])
-        self.write("panel.ply", (self.folder / "panel.ply").read_text().replace("P3b\n", "P3a\n"))
-        self.assertEqual(self.check("--quiet", "panel.ply", code=1).stdout, blocks[1])
+        good = (self.folder / "panel.ply").read_text()
+        for damaged, block in ((good.replace("P3b\n", "P3a\n"), blocks[1]), (good.replace("P1\n", "P\n1\n"), blocks[2])):
+            self.write("panel.ply", damaged)
+            self.assertEqual(self.check("--quiet", "panel.ply", code=1).stdout, block)
 
 
 if __name__ == "__main__":

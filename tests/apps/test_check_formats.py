@@ -119,6 +119,24 @@ class LineEnds(FormatsTest):
                         {"severity": "warning", "text": "expected lines that end with LF, found CR LF"})
                     self.assertEqual(after, before)
 
+    def test_a_name_with_a_line_end_is_told_once(self):
+        layup = json.loads(PANEL.read_text())
+        layup["layups"][1]["children"][0]["children"][0]["name"] = "P\n1"
+        self.write("panel.json", layup)
+        # Assembly Guidance takes the second line for the user's own record, and DXF shows no names of plies.
+        for kind in sorted(set(FORMATS) - {"assembly-guidance", "dxf"}):
+            with self.subTest(kind=kind):
+                name = f"{kind}.{EXTENSIONS[kind]}"
+                self.write_files(self.folder / "panel.json", kind, kind)
+                first, *others = self.read(name)[name]["findings"]
+                if kind == "lpt":
+                    self.assertIn("has a line end in it", first["text"])
+                    self.assertEqual(others, [])
+                    continue
+                self.assertEqual(first["severity"], "error")
+                self.assertEqual([finding["text"].rpartition(":")[0] for finding in others],
+                                 [f"further errors, which may come from that in line {first['line']}"])
+
 
 class Cut(FormatsTest):
     def test_each_cut_is_found(self):

@@ -120,6 +120,6 @@ CheckCursor& CheckCursor::Fail(const QString& what)
 bool CheckCursor::Report(int line, CheckFile& file) const
 {
     if (!isGood)
-        file.AddExpected(line, expected, rest);
+        file.AddWrongValue(line, expected, rest);
     return isGood;
 }

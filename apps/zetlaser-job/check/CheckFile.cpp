@@ -100,7 +100,7 @@ void CheckFile::EndUnended(int line, int last, QByteArrayView found)
 QString CheckFile::GetExpectedEnd() const
 {
     const CheckGroup& open = groups[static_cast<size_t>(openGroup)];
-    return Check::tr("the end of \"%1\", begun in line %2").arg(open.name).arg(open.line);
+    return Check::tr("the end of \"%1\", begun in line %2").arg(open.name, QString::number(open.line));
 }
 
 CheckCurve& CheckFile::BeginCurve(CheckCurveKind kind, const QString& name, int line)
@@ -141,12 +141,19 @@ void CheckFile::AddParameter(CheckParameter::Kind kind, const QString& text, int
 
 void CheckFile::AddExpected(int line, const QString& expected, QByteArrayView found)
 {
+    AddWrongValue(line, expected, found);
+    if (lostLine == 0)
+        lostLine = line;
+}
+
+void CheckFile::AddWrongValue(int line, const QString& expected, QByteArrayView found)
+{
     AddError(line, Check::tr("expected %1, found %2").arg(expected, CheckLines::Show(found)));
 }
 
 void CheckFile::AddEndsTooEarly(int line, const QString& expected)
 {
-    AddError(line, Check::tr("the file ends too early: expected %1").arg(expected));
+    AddFinding(CheckSeverity::Error, line, Check::tr("the file ends too early: expected %1").arg(expected), false);
 }
 
 void CheckFile::CheckEnd(const CheckLines& lines, const QString& end)
@@ -163,10 +170,10 @@ void CheckFile::CheckCount(int line, const QString& what, int announced, int hel
         AddError(line, Check::tr("announces %1 %2 and holds %3").arg(announced).arg(what).arg(held));
 }
 
-void CheckFile::AddFinding(CheckSeverity severity, int line, const QString& text)
+void CheckFile::AddFinding(CheckSeverity severity, int line, const QString& text, bool mayFollow)
 {
     if (findings.size() < maxFindings)
-        findings.push_back({severity, line, GetPlyName(openGroup), text});
+        findings.push_back({severity, line, GetPlyName(openGroup), text, mayFollow});
     else
         ++suppressedFindings;
 }

@@ -27,6 +27,7 @@ struct CheckFinding {
     int line = 0; //!< from 1; 0 for the file as a whole
     QString ply;  //!< empty where no ply is meant
     QString text;
+    bool mayFollow = false; //!< may come from the error in CheckFile::lostLine
 };
 
 /*! A point as the file has it: in the file's unit and axis system, normals unscaled. */
@@ -136,6 +137,9 @@ public:
     /*! Wrong syntax and broken announcements; at most maxFindings, the rest is counted. */
     std::vector<CheckFinding> findings;
     size_t suppressedFindings = 0;
+    /*! The first line that can't stand where it stands; 0 if there is none. What the reader takes the lines behind it
+     *  for, and finds wrong with them, may come from that. */
+    int lostLine = 0;
 
     static constexpr size_t maxFindings = 1000;
     static constexpr int maxDepth = 64; //!< deeper groups are a finding, and are laid into the last one
@@ -169,11 +173,14 @@ public:
     void AddParameter(CheckParameter::Kind kind, const QString& text, int line);
 
     /*! An error at \a line, of the ply that is open. */
-    void AddError(int line, const QString& text) { AddFinding(CheckSeverity::Error, line, text); }
-    void AddWarning(int line, const QString& text) { AddFinding(CheckSeverity::Warning, line, text); }
-    /*! "expected ..., found ...": long findings are cut, and bytes that can't be shown are escaped. */
+    void AddError(int line, const QString& text) { AddFinding(CheckSeverity::Error, line, text, lostLine > 0); }
+    void AddWarning(int line, const QString& text) { AddFinding(CheckSeverity::Warning, line, text, false); }
+    /*! "expected ..., found ...", of a line that can't stand where it stands: long findings are cut, and bytes that
+     *  can't be shown are escaped. */
     void AddExpected(int line, const QString& expected, QByteArrayView found);
-    /*! The file ends before its last record: \a expected. */
+    /*! The same of a value in a line that may well stand there. */
+    void AddWrongValue(int line, const QString& expected, QByteArrayView found);
+    /*! The file ends before its last record: \a expected. That is so wherever a reader has lost its way. */
     void AddEndsTooEarly(int line, const QString& expected);
     /*! Behind the file's last record, \a end: nothing may stand there, and its line must have a line end. */
     void CheckEnd(const CheckLines& lines, const QString& end);
@@ -181,7 +188,7 @@ public:
     void CheckCount(int line, const QString& what, int announced, int held);
 
 private:
-    void AddFinding(CheckSeverity severity, int line, const QString& text);
+    void AddFinding(CheckSeverity severity, int line, const QString& text, bool mayFollow);
     QString GetExpectedEnd() const;
 
     int openGroup = -1;

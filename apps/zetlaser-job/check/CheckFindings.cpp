@@ -113,7 +113,8 @@ private:
                 Warn(group.line, group.name, Check::tr("has the same name as the ply in line %1").arg(line));
             else
                 Warn(group.line, {},
-                     Check::tr("layer %1: has the same name as the layer in line %2").arg(group.name).arg(line));
+                     Check::tr("layer %1: has the same name as the layer in line %2")
+                         .arg(group.name, QString::number(line)));
         }
     }
 

@@ -18,7 +18,7 @@ std::optional<std::array<double, 3>> CheckPointLine::ReadTriple(std::span<const 
     for (size_t i = 0; i < numbers.size(); ++i) {
         const std::optional<double> number = CheckNumbers::Parse(fields[i]);
         if (!number) {
-            file.AddExpected(lineNumber, Check::tr("a number"), fields[i]);
+            file.AddWrongValue(lineNumber, Check::tr("a number"), fields[i]);
             return {};
         }
         numbers[i] = *number;
@@ -31,7 +31,7 @@ bool CheckPointLine::Read(QByteArrayView line, int lineNumber, CheckFile& file)
     std::array<QByteArrayView, 6> fields;
     const int count = CheckNumbers::Split(line, fields);
     if (count != 3 && count != 6) {
-        file.AddExpected(lineNumber, Check::tr("three numbers of a point, or six with its normal"), line);
+        file.AddWrongValue(lineNumber, Check::tr("three numbers of a point, or six with its normal"), line);
         return false;
     }
     const auto position = ReadTriple(std::span(fields).first(3), lineNumber, file);

@@ -78,7 +78,7 @@ private:
         else if (unit == u"IN"_s)
             file.unit = CheckFile::Inches;
         else
-            file.AddExpected(line, Check::tr("the unit MM or IN"), unit.toUtf8());
+            file.AddWrongValue(line, Check::tr("the unit MM or IN"), unit.toUtf8());
     }
 
     void ReadTarget()
@@ -89,13 +89,13 @@ private:
         const int count = CheckNumbers::Split(found.sliced(sensorKeyword.size()), fields);
         const auto number = CheckNumbers::ParseInteger(fields[0]);
         if (count != 5 || !number) {
-            file.AddExpected(line, Check::tr("a number, three coordinates and a name"), found);
+            file.AddWrongValue(line, Check::tr("a number, three coordinates and a name"), found);
             return;
         }
         file.projectorCount = 1;
         const int expected = static_cast<int>(file.targets.size()) + 1;
         if (*number != expected)
-            file.AddExpected(line, Check::tr("the number %1").arg(expected), fields[0]);
+            file.AddWrongValue(line, Check::tr("the number %1").arg(expected), fields[0]);
         const auto position = CheckPointLine::ReadTriple(std::span(fields).subspan(1, 3), line, file);
         CheckTarget& target = file.targets.emplace_back();
         target.name = QString::fromUtf8(fields[4]);
@@ -149,7 +149,7 @@ private:
     {
         EndCurve();
         if (part != file.partName)
-            file.AddExpected(line, Check::tr("the name of the first line"), found);
+            file.AddWrongValue(line, Check::tr("the name of the first line"), found);
         return true;
     }
 
@@ -230,7 +230,7 @@ private:
         const qsizetype quote = found.indexOf('"');
         const auto text = quote < 0 ? std::nullopt : lines.TakeText(found.first(quote + 1), "\"");
         if (!text) {
-            file.AddExpected(textLine, Check::tr("a size and a text in double quotes"), found);
+            file.AddWrongValue(textLine, Check::tr("a size and a text in double quotes"), found);
             lines.Take();
             return;
         }
@@ -238,14 +238,14 @@ private:
         std::array<QByteArrayView, 4> fields;
         const int count = CheckNumbers::Split(place, fields);
         if (count != 3) {
-            file.AddExpected(line + 1, Check::tr("three numbers of a point"), place);
+            file.AddWrongValue(line + 1, Check::tr("three numbers of a point"), place);
             return;
         }
         const auto position = CheckPointLine::ReadTriple(fields, line + 1, file);
         const QByteArrayView size = found.first(quote).sliced(textKeyword.size()).trimmed();
         const auto height = CheckNumbers::Parse(size);
         if (!height)
-            file.AddExpected(textLine, Check::tr("a number"), size);
+            file.AddWrongValue(textLine, Check::tr("a number"), size);
         if (position && height)
             added.numbers = {(*position)[0], (*position)[1], (*position)[2], *height};
     }

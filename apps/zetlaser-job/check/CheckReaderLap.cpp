@@ -76,9 +76,9 @@ private:
             else if (unit == "in")
                 file.unit = CheckFile::Inches;
             else
-                file.AddExpected(line, Check::tr("the unit mm or in"), unit);
+                file.AddWrongValue(line, Check::tr("the unit mm or in"), unit);
         } else if (keyword == headKeywords[2] && found != "ID_SYNTAX \"1.5\"") {
-            file.AddExpected(line, u"ID_SYNTAX \"1.5\""_s, found);
+            file.AddWrongValue(line, u"ID_SYNTAX \"1.5\""_s, found);
         }
         lines.Take();
     }

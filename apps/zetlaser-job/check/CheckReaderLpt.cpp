@@ -48,7 +48,7 @@ QString Decode(QByteArrayView raw, int line, CheckFile& file)
         const qsizetype end = name.indexOf(';');
         const QString character = end < 0 ? QString() : GetCharacter(name.first(end));
         if (character.isEmpty())
-            file.AddExpected(line, Check::tr("an escaped character such as \"&amp;\""), raw.sliced(escape));
+            file.AddWrongValue(line, Check::tr("an escaped character such as \"&amp;\""), raw.sliced(escape));
         text += character;
         at = character.isEmpty() ? escape + 1 : escape + 2 + end;
     }

@@ -89,7 +89,7 @@ private:
         else if (*unit == "MM"_L1)
             file.unit = CheckFile::Millimetres;
         else
-            file.AddExpected(line, u"\"INCH\" or \"MM\""_s, unit->toUtf8());
+            file.AddWrongValue(line, u"\"INCH\" or \"MM\""_s, unit->toUtf8());
     }
 
     /*! A projector's end has no line end, so what follows stands behind it. */
@@ -314,8 +314,8 @@ private:
         isNesting = true;
         hasCurve = false;
         if (number != plyNumber + 1)
-            file.AddExpected(line, Check::tr("the ply N%1").arg(QLatin1StringView(Pad(plyNumber + 1, 3))),
-                             lines.Peek());
+            file.AddWrongValue(line, Check::tr("the ply N%1").arg(QLatin1StringView(Pad(plyNumber + 1, 3))),
+                               lines.Peek());
         plyNumber = number;
 
         Values values;
@@ -354,7 +354,7 @@ private:
         if (value || !isDirection)
             values.emplace_back(QString::fromLatin1(key), value.value_or(QString()));
         if (value && isDirection && !IsAngle(*value))
-            file.AddExpected(line, Check::tr("an angle in degrees"), found);
+            file.AddWrongValue(line, Check::tr("an angle in degrees"), found);
     }
 
     static bool HasKey(QByteArrayView line, QByteArrayView key)
@@ -428,7 +428,7 @@ private:
         if (values.empty() || values.back().first != labelKey)
             values.emplace_back(labelKey, label);
         if (values.back().second != label)
-            file.AddExpected(line, u"\"%1\""_s.arg(values.back().second), label.toUtf8());
+            file.AddWrongValue(line, u"\"%1\""_s.arg(values.back().second), label.toUtf8());
     }
 
     /*! Curves of a contour are numbered from 1; a rosette has a word instead. */
@@ -439,7 +439,7 @@ private:
         const auto number = CheckNumbers::ParseInteger(text.toUtf8());
         const bool isNext = number && (*number == curveNumber || (isNesting && *number == 1));
         if (!isNext)
-            file.AddExpected(line, Check::tr("the curve %1, or ROSETTE").arg(curveNumber), text.toUtf8());
+            file.AddWrongValue(line, Check::tr("the curve %1, or ROSETTE").arg(curveNumber), text.toUtf8());
         curveNumber = number.value_or(curveNumber) + 1;
         return curveNumber - 1;
     }

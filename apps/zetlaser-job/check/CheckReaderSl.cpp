@@ -187,14 +187,14 @@ private:
         if (const auto text = lines.TakeText("BMP 0 "))
             file.AddParameter(CheckParameter::Graphic, *text, line);
         else
-            file.AddExpected(line, u"\"BMP 0 \""_s, lines.Take());
+            file.AddWrongValue(line, u"\"BMP 0 \""_s, lines.Take());
     }
 
     void ReadTexts(const QString& name, int line)
     {
         const QString expected = file.GetPlyName(file.GetOpenGroup()) + u" Text"_s;
         if (name != expected)
-            file.AddExpected(line, u"\"BG %1\""_s.arg(expected), ("BG " + name).toUtf8());
+            file.AddWrongValue(line, u"\"BG %1\""_s.arg(expected), ("BG " + name).toUtf8());
         while (!IsBehindBlock())
             ReadText();
     }

@@ -104,7 +104,7 @@ private:
         const QByteArrayView found = lines.Take();
         const auto count = CheckNumbers::ParseInteger(found.sliced(2));
         if (!count)
-            file.AddExpected(line, Check::tr("a count behind \"%1\"").arg(QLatin1Char(found.front())), found);
+            file.AddWrongValue(line, Check::tr("a count behind \"%1\"").arg(QLatin1Char(found.front())), found);
         return count;
     }
 

@@ -92,6 +92,22 @@ QStringList GetPlyTable(const CheckedFile& file)
     return lines;
 }
 
+/*! One error is told where a reader has lost its way, and those that may come from it are counted. */
+void AddFurtherErrors(CheckedFile& file)
+{
+    const auto mayFollow = [](const CheckFinding& finding) { return finding.mayFollow; };
+    const size_t count = std::erase_if(file.findings, mayFollow) + file.content.suppressedFindings;
+    if (count == 0)
+        return;
+    const int lostLine = file.content.lostLine;
+    file.findings.push_back(
+        {CheckSeverity::Error,
+         0,
+         {},
+         lostLine > 0 ? Check::tr("further errors, which may come from that in line %1: %2").arg(lostLine).arg(count)
+                      : Check::tr("further errors: %1").arg(count)});
+}
+
 void AddByteOrderMark(CheckedFile& file, QByteArrayView bytes)
 {
     if (CheckFormats::HasByteOrderMark(bytes))
@@ -207,9 +223,7 @@ CheckedFile CheckBytes(const QString& path, const CheckFormat& format, QByteArra
     file.findings.insert(file.findings.end(), faults.begin(), faults.end());
     if (file.plies.empty() && !CheckFormats::IsCompanion(format))
         file.findings.push_back({CheckSeverity::Warning, 0, {}, Check::tr("the file holds no ply")});
-    if (file.content.suppressedFindings > 0)
-        file.findings.push_back(
-            {CheckSeverity::Error, 0, {}, Check::tr("and %1 errors more").arg(file.content.suppressedFindings)});
+    AddFurtherErrors(file);
     std::stable_sort(file.findings.begin(), file.findings.end(), IsAhead);
     if (!known.HoldCr())
         AddLineEnds(file, bytes);

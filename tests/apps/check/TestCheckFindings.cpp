@@ -16,6 +16,7 @@ private slots:
     void tellsWhatIsDoubtful();
     void namesThatTheFormatTellsApart_data();
     void namesThatTheFormatTellsApart();
+    void countsErrorsBeyondAThousand();
     void tellsPliesThatLieTheirBacksToTheOthers();
     void measuresPlies();
     void sizesInWords();
@@ -88,6 +89,10 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
         "LAYER START S1\n" + Ply("A", square) + "LAYER END S1\nLAYER START S1\n" + Ply("B", square) + "LAYER END S1\n" +
             end,
         {u"f:11: warning: layer S1: has the same name as the layer in line 1"_s});
+    row("a layer twice whose name looks like a place to fill in",
+        "LAYER START S%2\nLAYER END S%2\nLAYER START S%2\n" + Ply("A", square) + end,
+        {u"f:3: warning: layer S%2: has the same name as the layer in line 1"_s,
+         u"f:12: error: expected the end of \"S%2\", begun in line 3, found \"EOD\""_s});
     row("no name", "LAYER START \n" + Ply(" ", square) + "LAYER END \n" + end,
         {u"f:1: warning: a layer has no name"_s, u"f:2: warning: a ply has no name"_s});
     row("beyond ASCII", Ply("Pl\xc3\xa4y", square + "L 1\nNa\xc3\xafve\n# \xc3\xa4 literal\n") + end,
@@ -96,6 +101,14 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
          "\"Pl\u00e4y\""_s,
          u"f:8: warning: ply Pl\u00e4y: a parameter's text has characters beyond ASCII, which projectors may show as "
          "others: \"Na\u00efve\""_s});
+    const QByteArray wrongPoint = Polyline("0 0 0\n1 1 x\n");
+    row("errors behind a line that is out of place",
+        Ply("A", square + wrongPoint + wrongPoint) + "x\nEND B\n" + Ply("C", square + wrongPoint),
+        {u"f:10: error: ply A: expected a number, found \"x\""_s,
+         u"f:13: error: ply A: expected a number, found \"x\""_s,
+         u"f:15: error: expected the begin of a layer or of a ply, found \"x\""_s,
+         u"f:27: error: the file ends too early: expected \"EOD\""_s,
+         u"f: error: further errors, which may come from that in line 15: 2"_s});
     row("CR LF", QByteArray(Ply("A", square) + end).replace("\n", "\r\n"),
         {u"f: warning: expected lines that end with LF, found CR LF"_s});
     row("CR LF in some lines", QByteArray(Ply("A", square) + end).replace("\n", "\r\n").replace("END A\r", "END A"),
@@ -155,6 +168,14 @@ void TestCheckFindings::namesThatTheFormatTellsApart()
     const QByteArray head = "ALERT red\nID_START\nID_SYNTAX \"1.5\"\nID_END\nPROJECTION_SCALE mm\n"
                             "PROJECTION_START \"Projection\"\nDRAWING_START \"Part\"\n";
     QCOMPARE(GetLines(u"lap"_s, head + groups + "DRAWING_END\nPROJECTION_END\n"), findings);
+}
+
+void TestCheckFindings::countsErrorsBeyondAThousand()
+{
+    const QStringList lines =
+        GetLines(u"virtek"_s, Ply("A", square + Polyline(QByteArray("0 0 x\n").repeated(1003))) + end);
+    QCOMPARE(lines.filter(u"found \"x\""_s).size(), 1000);
+    QCOMPARE(lines.last(), u"f: error: further errors: 3"_s);
 }
 
 void TestCheckFindings::tellsPliesThatLieTheirBacksToTheOthers()
