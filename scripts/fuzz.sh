@@ -35,11 +35,13 @@ for target in "${targets[@]}"; do
         [ ! -d "$folder" ] || inputs+=("$folder")
     done
     mkdir -p "$corpus" "$run"
-    case $target in
-        FuzzModelStream) longest=24576 ;; # the kernel's geometry takes room
-        *) longest=8192 ;;
-    esac
-    (cd "$run" && "$build_dir/tests/bin/$target" "${limits[@]}" -max_len=$longest -dict="$source_dir/tests/fuzz/words.dict" -close_fd_mask=1 \
+    longest=8192
+    more=()
+    if [ "$target" = FuzzModelStream ]; then
+        longest=24576 # the kernel's geometry takes room
+        more=(-use_cmp=0) # a fuzzer that sees what is compared writes the right digest over the kernel's bytes
+    fi
+    (cd "$run" && "$build_dir/tests/bin/$target" "${limits[@]}" "${more[@]}" -max_len=$longest -dict="$source_dir/tests/fuzz/words.dict" -close_fd_mask=1 \
         -print_final_stats=1 -artifact_prefix="$findings/$target-" "$corpus" "${inputs[@]}" >"$work_dir/$target.log" 2>&1) ||
         failed+=("$target")
     grep -E "^stat::(number_of_executed|average_exec|peak_rss)|^broken:|^found:|ERROR:|runtime error|Test unit written" \
