@@ -4,8 +4,10 @@
 import json
 import re
 
+import json_schema
 from tool_test import PANEL, SOURCE, ToolTest, main
 
+SCHEMA = json.loads((SOURCE / "schema" / "check.schema.json").read_text(encoding="utf-8"))
 SQUARE = "P 5\n0 0 0\n100 0 0\n100 100 0\n0 100 0\n0 0 0\n"
 GOOD = f"LAYER START S\nSTART A\n{SQUARE}END A\nLAYER END S\nEOD\n"
 
@@ -14,6 +16,8 @@ class CheckTest(ToolTest):
     def check(self, *arguments, code=0):
         result = self.run_tool("check", *arguments)
         self.assertEqual(result.returncode, code, result.stdout + result.stderr)
+        if "--json" in arguments and result.stdout:  # a wrong call tells nothing there
+            json_schema.check(json.loads(result.stdout), SCHEMA, "check --json")
         return result
 
 
@@ -71,6 +75,26 @@ class Calls(CheckTest):
         self.assertEqual(calibration["findings"], [])
         self.assertEqual(gone, {"file": "gone.ply", "error": "there is no such file"})
         self.assertEqual(result.stdout, self.check("part.ply", "gone.ply", "--json", code=2).stdout)
+
+    def test_lengths_beyond_all_numbers_are_null(self):
+        self.write("part.ply", GOOD.replace("\n100 0 ", f"\n1{'0' * 308} 0 ").replace("\n0 100 ", f"\n-1{'0' * 308} 100 "))
+        part, = json.loads(self.check("part.ply", "--json", code=1).stdout)["files"]
+        self.assertEqual((part["plies"][0]["length"], part["size"]), (None, [None, 100, 0]))
+
+    def test_the_schema_refuses_what_check_does_not_tell(self):
+        self.write("part.ply", GOOD.replace("P 5", "P 6"))
+        self.write("part.cal", "1\nT a 1 2 3\n")
+        document = json.loads(self.check("part.ply", "gone.ply", "--json", code=2).stdout)
+        for change in (lambda d: d["files"].clear(), lambda d: d["files"][0].pop("type"), lambda d: d.update(date="today"),
+                       lambda d: d["files"][0].update(error="it is empty"), lambda d: d["files"][2].pop("error"),
+                       lambda d: d["files"][0]["plies"][0].update(length=-1), lambda d: d["files"][0].update(unit="ft"),
+                       lambda d: d["files"][0]["findings"][0].update(severity="note"),
+                       lambda d: d["files"][0]["findings"][0].update(line=0),
+                       lambda d: d["files"][1]["targets"][0].update(at=[1, 2])):
+            broken = json.loads(json.dumps(document))
+            change(broken)
+            with self.assertRaises(AssertionError):
+                json_schema.check(broken, SCHEMA, "broken")
 
     def test_files_that_cannot_be_read_are_told_and_the_others_are_checked(self):
         self.write("good.ply", GOOD)
@@ -361,6 +385,13 @@ class Documents(CheckTest):
         for damaged, block in ((good.replace("P3b\n", "P3a\n"), blocks[1]), (good.replace("P1\n", "P\n1\n"), blocks[2])):
             self.write("panel.ply", damaged)
             self.assertEqual(self.check("--quiet", "panel.ply", code=1).stdout, block)
+
+    def test_every_key_of_the_json_is_told(self):
+        text = (SOURCE / "docs" / "check.md").read_text(encoding="utf-8")
+        keys = {key for rule in (SCHEMA, *SCHEMA["$defs"].values()) for key in rule.get("properties", {})}
+        keys |= set(SCHEMA["$defs"]["read"]["properties"]["farthest"]["properties"])
+        self.assertGreater(len(keys), 35)
+        self.assertEqual([key for key in sorted(keys) if f"`{key}`" not in text], [])
 
 
 if __name__ == "__main__":

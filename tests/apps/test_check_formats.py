@@ -4,8 +4,10 @@
 
 import json
 
-from tool_test import BLADE, PANEL, ToolTest, main
+import json_schema
+from tool_test import BLADE, PANEL, SOURCE, ToolTest, main
 
+SCHEMA = json.loads((SOURCE / "schema" / "check.schema.json").read_text(encoding="utf-8"))
 EXTENSIONS = {"virtek": "ply", "lap": "lpd", "assembly-guidance": "PRT", "aligned-vision": "PRT", "lpt": "XML", "faro": "XML",
               "sl": "sl", "general-scanning": "PRT", "quilmon": "CPD", "apt": "APT", "apt-2": "APT", "apt-sl": "APT",
               "dxf": "DXF"}
@@ -30,8 +32,9 @@ class FormatsTest(ToolTest):
 
     def read(self, *arguments):
         """What check tells, by file."""
-        result = self.run_tool("check", "--json", *arguments)
-        return {document["file"]: document for document in json.loads(result.stdout)["files"]}
+        told = json.loads(self.run_tool("check", "--json", *arguments).stdout)
+        json_schema.check(told, SCHEMA, "check --json")
+        return {document["file"]: document for document in told["files"]}
 
     def expect_good(self, names, kind, *options):
         documents = self.read(*names, *options)
