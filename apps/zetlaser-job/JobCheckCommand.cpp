@@ -265,7 +265,8 @@ JobCommand MakeCheckCommand()
                      {u"panel.ply --json"_s, Translate("Tells it to a script.")}},
         .exitCodes = {{u"0"_s, Translate("nothing was found")},
                       {u"1"_s, Translate("something was found")},
-                      {u"2"_s, Translate("a file can't be read, or the command line is wrong")}},
+                      {u"2"_s, Translate("a file can't be read, or the command line is wrong")},
+                      {u"4"_s, Translate("the standard output can't be written")}},
         .run = RunCheckCommand,
     };
 }

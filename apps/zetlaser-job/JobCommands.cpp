@@ -2,6 +2,7 @@
 
 #include "JobCheckCommand.h"
 #include "JobCommandLine.h"
+#include "JobConsole.h"
 #include "JobConvertCommand.h"
 #include "JobError.h"
 #include "JobHelp.h"
@@ -15,7 +16,6 @@
 #include <QFileInfo>
 
 #include <algorithm>
-#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -97,6 +97,6 @@ int JobCommands::Run(const QStringList& arguments)
     const JobCall call = ParseCommandLine(command, isNamed ? arguments.mid(1) : arguments);
     if (!call.answer)
         return command.run(call);
-    std::fputs(call.answer->toUtf8().constData(), stdout);
+    JobConsole::WriteText(*call.answer);
     return static_cast<int>(JobExit::Written);
 }

@@ -1,6 +1,7 @@
 #include "JobConsole.h"
 
 #include "check/CheckReport.h"
+#include "JobError.h"
 
 #include "openhost/ZETSystem/ZETOpenMessageQueue.h"
 
@@ -11,7 +12,9 @@
 #include <QFileInfo>
 #include <QList>
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <mutex>
 
 #include <unistd.h>
@@ -27,12 +30,21 @@ std::recursive_mutex& GetMutex()
     return *mutex;
 }
 
+/*! Why a result could not be written; 0 if all could. */
+int& GetLoss()
+{
+    static int reason = 0;
+    return reason;
+}
+
 void Write(std::FILE* stream, const QString& text)
 {
     const std::lock_guard lock(GetMutex());
     const QByteArray bytes = text.toUtf8();
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
-    std::fflush(stream);
+    const auto size = static_cast<std::size_t>(bytes.size());
+    const bool isWritten = std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
+    if (!isWritten && stream == stdout && GetLoss() == 0)
+        GetLoss() = errno;
 }
 
 bool IsTerminal()
@@ -80,6 +92,20 @@ void JobConsole::WriteResult(const QString& line)
 {
     EndProgress();
     Write(stdout, line + u'\n');
+}
+
+void JobConsole::WriteText(const QString& text)
+{
+    Write(stdout, text);
+}
+
+void JobConsole::RequireResultsWritten()
+{
+    if (GetLoss() == 0)
+        return;
+    throw JobError(JobExit::CannotWrite,
+                   QCoreApplication::translate("zetlaser-job", "the standard output can't be written: %1")
+                       .arg(QString::fromLocal8Bit(std::strerror(GetLoss()))));
 }
 
 void JobConsole::WriteWritten(const QStringList& files)

@@ -18,6 +18,10 @@ namespace JobConsole
 {
 /*! A line of the result. */
 void WriteResult(const QString& line);
+/*! A text of lines, such as that of --help. */
+void WriteText(const QString& text);
+/*! Throws JobError if a result could not be written. */
+void RequireResultsWritten();
 /*! The lines of files that were written, each with its path from the current folder if it stands below it, and its
  *  size. */
 void WriteWritten(const QStringList& files);

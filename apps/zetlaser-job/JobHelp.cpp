@@ -1,13 +1,12 @@
 #include "JobHelp.h"
 
 #include "JobCommands.h"
+#include "JobConsole.h"
 #include "JobError.h"
 
 #include "openhost/layup/ZETOpenJson.h"
 
 #include <QCoreApplication>
-
-#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -115,7 +114,7 @@ int RunHelp(const JobCall& call)
                                                ? Translate("unknown command %1").arg(name)
                                                : Translate("unknown command %1, did you mean %2?").arg(name, nearest));
     }
-    std::fputs(GetHelpText(command).toUtf8().constData(), stdout);
+    JobConsole::WriteText(GetHelpText(command));
     return static_cast<int>(JobExit::Written);
 }
 } // namespace
@@ -142,7 +141,9 @@ JobCommand MakeHelpCommand()
                        .isCommand = true,
                        .count = JobArgument::Optional}},
         .options = {},
-        .exitCodes = {{u"0"_s, Translate("the text is shown")}, {u"2"_s, Translate("the command line is wrong")}},
+        .exitCodes = {{u"0"_s, Translate("the text is shown")},
+                      {u"2"_s, Translate("the command line is wrong")},
+                      {u"4"_s, Translate("the standard output can't be written")}},
         .run = RunHelp,
     };
 }

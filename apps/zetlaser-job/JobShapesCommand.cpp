@@ -147,6 +147,7 @@ JobCommand MakeShapesCommand()
         .exitCodes = {{u"0"_s, Translate("all is told")},
                       {u"2"_s, Translate("the command line is wrong")},
                       {u"3"_s, Translate("the file is no shape file, is damaged or can't be read")},
+                      {u"4"_s, Translate("the standard output can't be written")},
                       {u"5"_s, Translate("the command failed")}},
         .run = RunShapesCommand,
     };

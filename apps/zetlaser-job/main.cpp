@@ -10,6 +10,9 @@
 #include <exception>
 #include <memory>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace
@@ -23,6 +26,16 @@ void TellFatalOnly(QtMsgType type, const QMessageLogContext& context, const QStr
 {
     if (type == QtFatalMsg || type == QtCriticalMsg)
         std::fputs(qPrintable(qFormatLogMessage(type, context, text) + u'\n'), stderr);
+}
+
+/*! The first file that is opened would stand in for a stream that the caller has closed, and take what is told to the
+ *  user. */
+void OccupyClosedStreams()
+{
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(stream, F_GETFD) == -1)
+            open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY); // the other way round: it stays unusable
+    }
 }
 
 /*! Qt draws texts with a platform only. The one without a screen works everywhere. */
@@ -42,6 +55,7 @@ std::unique_ptr<QCoreApplication> MakeApplication(int& argc, char** argv)
 
 int main(int argc, char** argv)
 {
+    OccupyClosedStreams();
     JobStaging::WatchForInterruption(); // ahead of everything that might make threads
     // The library's log is for its developers, who set QT_LOGGING_RULES; what a user has to know is in the messages.
     QLoggingCategory::setFilterRules(u"default.debug=false"_s);
@@ -49,7 +63,9 @@ int main(int argc, char** argv)
     QCoreApplication::setApplicationName(u"zetlaser-job"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(ZETLASER_JOB_VERSION));
     try {
-        return JobCommands::Run(QCoreApplication::arguments().mid(1));
+        const int exit = JobCommands::Run(QCoreApplication::arguments().mid(1));
+        JobConsole::RequireResultsWritten();
+        return exit;
     } catch (const std::exception&) {
         const JobError error = JobError::OfCurrentException();
         JobConsole::WriteMessage(Translate("error"), error.GetText());

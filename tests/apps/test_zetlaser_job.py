@@ -251,6 +251,28 @@ class Output(ToolTest):
         self.assertIn(b"thinning points...", shown)
         self.assertTrue(shown.rstrip().endswith(b"\x1b[K"))
 
+    def test_a_result_that_cannot_be_written_is_told(self):
+        self.expect(self.job(), 0)
+        calls = [["--help"], ["--list-types"], ["help", "check"], ["check", "panel.ply"], ["check", "--json", "panel.ply"],
+                 ["shapes", SOURCE / "examples" / "blade" / "tool_ss_r30_r40.step"],
+                 [PANEL, "--type", "virtek", "--output", "panel.ply"]]
+        for call in calls:
+            with self.subTest(call=call), open("/dev/full", "w", encoding="utf-8") as full:
+                result = subprocess.run([PROGRAM, *call], cwd=self.folder, stdout=full, stderr=subprocess.PIPE, text=True,
+                                        timeout=60, check=False)
+                self.assertEqual(result.returncode, 4)
+                self.assertEqual(result.stderr.splitlines()[-1],
+                                 "error: the standard output can't be written: No space left on device")
+
+    def test_nothing_is_told_into_files_where_the_caller_closed_the_streams(self):
+        result = subprocess.run([PROGRAM, PANEL, "--type", "virtek", "--output", "panel.ply"], cwd=self.folder,
+                                stderr=subprocess.PIPE, text=True, timeout=60, check=False,
+                                preexec_fn=lambda: (os.close(0), os.close(1)))
+        self.assertEqual(result.returncode, 4)
+        self.assertEqual(result.stderr.splitlines()[-1],
+                         "error: the standard output can't be written: Bad file descriptor")
+        self.compare(GOLDEN / "panel-virtek", self.folder)
+
     def test_inches_scale_the_numbers_and_are_named(self):
         self.expect(self.job("--units", "in"), 0, "size: 400.0 mm x 300.0 mm x 0.0 mm, written in inches\n")
         self.assertIn("15.748031 0.000000 0.000000   0.000000 0.000000 1.000000",
