@@ -28,6 +28,7 @@ struct CheckFinding {
     QString ply;  //!< empty where no ply is meant
     QString text;
     bool mayFollow = false; //!< may come from the error in CheckFile::lostLine
+    bool isGuess = false; //!< by what other plies of the file have; the model may say otherwise
 };
 
 /*! A point as the file has it: in the file's unit and axis system, normals unscaled. */
@@ -53,6 +54,8 @@ struct CheckCurve {
     CheckCurveKind kind = CheckCurveKind::Unknown;
     QString name; //!< empty where the format has none
     int group = -1;
+    /*! The ply that it is of, where somebody knows it who isn't the file: not all formats tell plies apart. */
+    QString owner;
     int line = 0;
     /*! For formats that close a curve by a flag. Without a value a curve is closed by its last point being its first.
      */

@@ -319,6 +319,7 @@ private:
                 const CheckGroup& group = file.groups[static_cast<size_t>(ply.group)];
                 Warn(group.line, group.name,
                      Check::tr("the normals go to the other side than those of other plies at the same places"));
+                findings.back().isGuess = true;
             }
         }
     }

@@ -171,6 +171,17 @@ QJsonObject GetTargetJson(const CheckTarget& target)
     return json;
 }
 
+QString DescribeComparison(const CheckedFile& file)
+{
+    if (file.compared == CheckedFile::Everything)
+        return Check::tr("  compared with the model: all of it, point by point");
+    if (!file.difference)
+        return Check::tr("  compared with the model: plies, boundaries, targets");
+    return Check::tr("  compared with the model: plies, boundaries, targets; the job had other options (line %1: %2)")
+        .arg(file.difference->line)
+        .arg(CheckLines::Escape(file.difference->text));
+}
+
 QJsonObject GetFindingJson(const CheckFinding& finding)
 {
     QJsonObject json{{u"severity"_s, finding.severity == CheckSeverity::Error ? u"error"_s : u"warning"_s},
@@ -266,6 +277,8 @@ QStringList CheckReport::GetSummary(const CheckedFile& file)
                          .arg(file.farthest->distance, 0, 'f', 3)
                          .arg(file.farthest->line)
                          .arg(CheckLines::Escape(file.farthest->ply)));
+    if (file.compared != CheckedFile::Nothing)
+        lines.append(DescribeComparison(file));
     if (content.projectorCount > 0)
         lines.append(
             Check::tr("  targets: %1, projectors: %2").arg(content.targets.size()).arg(content.projectorCount));
@@ -306,6 +319,10 @@ QJsonObject CheckReport::GetJson(const CheckedFile& file)
     if (file.farthest)
         json[u"farthest"_s] = QJsonObject{
             {u"distance"_s, file.farthest->distance}, {u"line"_s, file.farthest->line}, {u"ply"_s, file.farthest->ply}};
+    if (file.compared != CheckedFile::Nothing)
+        json[u"compared"_s] = file.compared == CheckedFile::Everything ? u"everything"_s : u"boundaries"_s;
+    if (file.difference)
+        json[u"difference"_s] = GetFindingJson(*file.difference);
     if (!content.partName.isEmpty())
         json[u"partName"_s] = content.partName;
     if (const CheckBox box = file.GetBox(); !box.IsEmpty())

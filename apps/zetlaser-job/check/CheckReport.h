@@ -28,6 +28,15 @@ struct CheckedFile {
         QString ply;
     };
     std::optional<Farthest> farthest;
+    /*! What was compared with a model, where somebody knows one. */
+    enum Compared {
+        Nothing,
+        Boundaries, //!< plies, their boundaries and the targets, which the options of a job don't change
+        Everything  //!< and all is the same
+    };
+    Compared compared = Nothing;
+    /*! With Boundaries: the first thing that is other than what a job with known options writes. */
+    std::optional<CheckFinding> difference;
 
     CheckBox GetBox() const;
     /*! Puts a finding to its place in the order of the file. */

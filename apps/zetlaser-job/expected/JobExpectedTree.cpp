@@ -5,6 +5,25 @@
 
 #include <algorithm>
 
+namespace
+{
+CheckCurveKind GetKind(const ZETLaserOutline::Contour& contour, const ZETLaserOutline::Curve& curve)
+{
+    if (contour.source != ZETLaserOptions::SourcePly) // its curves don't tell it
+        return CheckCurveKind::Other;
+    switch (curve.source) {
+    case ZETLaserOptions::SourcePly: // flat rosettes and seed curves too: only their names tell them apart
+        return GetCurveKindByName(curve.name);
+    case ZETLaserOptions::SourceRosette:
+        return CheckCurveKind::Rosette;
+    case ZETLaserOptions::SourceSeedCurve:
+        return CheckCurveKind::SeedCurve;
+    default:
+        return CheckCurveKind::Other;
+    }
+}
+} // namespace
+
 JobExpectedTree::JobExpectedTree(const ZETLaserOptions& jobOptions, const ZETLaserOutline::Group& treeRoot)
     : options(jobOptions)
     , root(treeRoot)
@@ -24,8 +43,10 @@ CheckFile JobExpectedTree::Make()
 void JobExpectedTree::AddGroups(const QList<Group>& groups)
 {
     for (const Group& group : groups) {
-        if (group.pointCount > 0)
-            AddGroup(group);
+        if (group.pointCount < 1)
+            continue;
+        owner = group.name;
+        AddGroup(group);
     }
 }
 
@@ -75,8 +96,11 @@ void JobExpectedTree::AddBrackets(const Group& group, CheckGroup::Kind kind)
 void JobExpectedTree::AddCurves(const Contour& contour)
 {
     for (const Curve& curve : contour.curves) {
-        if (!curve.points.isEmpty())
-            AddCurve(curve);
+        if (curve.points.isEmpty())
+            continue;
+        AddCurve(curve);
+        file.curves.back().kind = GetKind(contour, curve);
+        file.curves.back().owner = owner;
     }
 }
 

@@ -76,7 +76,8 @@ protected:
     CheckFile file;
 
 private:
-    int line = 0; //!< runs on, so that what is added later comes later in the file
+    int line = 0;  //!< runs on, so that what is added later comes later in the file
+    QString owner; //!< name of the group that was begun last: a leaf is the owner of its curves
 };
 
 /*! The axis system of the written coordinates. */
