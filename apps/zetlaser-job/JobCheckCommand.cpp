@@ -1,9 +1,10 @@
 #include "JobCheckCommand.h"
 
 #include "check/CheckReport.h"
-#include "JobCheckSurface.h"
+#include "JobCheckModel.h"
 #include "JobConsole.h"
 #include "JobError.h"
+#include "JobWriteCommand.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -24,8 +25,9 @@ QString Translate(const char* text)
     return QCoreApplication::translate("zetlaser-job", text);
 }
 
-/*! Farther off the tool than any laminate is thick. */
-constexpr double defaultLimit = 50.0; // mm
+/*! About what a projector's line is wide, and half of what the edge of a ply may be off. No digit or thinning that is
+ * of use takes a point as far. */
+constexpr double defaultLimit = 0.5; // mm
 
 /*! What `check` tells the shell. */
 enum CheckExit { ExitClean = 0, ExitFindings = 1, ExitUnreadable = 2 };
@@ -43,7 +45,7 @@ public:
         , limit(call.settings.Has(u"maxDistance"_s) ? call.settings.Get(u"maxDistance"_s).toDouble() : defaultLimit)
     {
         if (call.settings.Has(u"layup"_s))
-            tool = MakeTool(call.settings);
+            Guarded([&] { model = std::make_unique<JobCheckModel>(call.settings); });
     }
 
     int Run()
@@ -59,11 +61,12 @@ public:
     }
 
 private:
-    /*! A tool that can't be read ends the call as a file does. */
-    static std::unique_ptr<JobCheckSurface> MakeTool(const JobSettings& settings)
+    /*! A model that can't be read ends the call as a file does. */
+    template <typename Step>
+    static void Guarded(Step step)
     {
         try {
-            return std::make_unique<JobCheckSurface>(settings.GetText(u"layup"_s), settings.GetText(u"axisSystem"_s));
+            step();
         } catch (const JobError& error) {
             throw JobError(JobExit::WrongCall, error.GetText());
         }
@@ -82,21 +85,21 @@ private:
     {
         if (IsReport(path))
             return; // a shell's * brings the reports of the jobs along
-        const CheckFormat* const format = CheckOne(path, type);
+        const CheckFormat* const format = CheckOne(path, type, nullptr);
         if (!format || !format->getCompanion)
             return;
         const QString companion = format->getCompanion(path);
         if (paths.contains(companion))
             return;
         if (QFileInfo(companion).isFile())
-            CheckOne(companion, format->companionType);
+            CheckOne(companion, format->companionType, format);
         else if (!isJson &&
                  !isQuiet) // a model without targets has none, and tool files may stand in a folder of theirs
             JobConsole::WriteResult(Translate("%1: there is no such file beside %2").arg(companion, path));
     }
 
-    /*! Null if the file can't be read. */
-    const CheckFormat* CheckOne(const QString& path, const QString& formatType)
+    /*! Null if the file can't be read. \a part is the format of the part file that it stands beside, if it does. */
+    const CheckFormat* CheckOne(const QString& path, const QString& formatType, const CheckFormat* part)
     {
         const std::optional<QByteArray> bytes = ReadFile(path);
         if (!bytes)
@@ -115,8 +118,8 @@ private:
                                      .arg(error->text));
             return nullptr;
         }
-        if (tool)
-            tool->Check(file, limit);
+        if (model)
+            Guarded([&] { model->Check(file, *bytes, limit, part); });
         Tell(file);
         return format;
     }
@@ -173,7 +176,7 @@ private:
     bool isJson;
     bool isQuiet;
     double limit; //!< mm
-    std::unique_ptr<JobCheckSurface> tool;
+    std::unique_ptr<JobCheckModel> model;
     int exit = ExitClean;
     QJsonArray documents;
 };
@@ -205,19 +208,12 @@ QList<JobSetting> MakeOptions()
         {.key = u"layup"_s,
          .kind = JobSetting::File,
          .section = section,
-         .help =
-             Translate("A layup file: tells how far the boundaries are off its tool surface, and whether their normals "
-                       "go to the side that is laid on."),
+         .help = Translate("A layup file: compares plies, boundaries, normals and targets with its model."),
          .suffixes = {u"json"_s}},
-        {.key = u"axisSystem"_s,
-         .kind = JobSetting::Text,
-         .section = section,
-         .help = Translate("With --layup: the rosette that the files refer to. Default: the model's own axes."),
-         .placeholder = u"NAME"_s},
         {.key = u"maxDistance"_s,
          .kind = JobSetting::Length,
          .section = section,
-         .help = Translate("With --layup: a point farther off the tool than this is a finding. Default: %1.")
+         .help = Translate("With --layup: a point farther off its boundary than this is a finding. Default: %1.")
                      .arg(defaultLimit)},
         {.key = u"quiet"_s,
          .kind = JobSetting::Flag,
@@ -230,18 +226,53 @@ QList<JobSetting> MakeOptions()
     };
 }
 
+/*! What a job is told of the model, its plies and their points. The less of it is known, the less can be compared. */
+QList<JobSetting> GetKnownOptions()
+{
+    static const QStringList others{u"type"_s,
+                                    u"output"_s,
+                                    u"summary"_s,
+                                    u"units"_s, // there is one of `check` itself
+                                    u"createLaserData"_s,
+                                    u"check"_s,
+                                    u"outputSubPly"_s,
+                                    u"outputCourses"_s,
+                                    u"materialThickness"_s,
+                                    u"normalVectorSize"_s,
+                                    u"normalVectorColor"_s,
+                                    u"useSpecificPathForLaserFile"_s,
+                                    u"targetFilePath"_s,
+                                    u"laserFilePath"_s,
+                                    u"useSpecificPathForQuilmonFile"_s,
+                                    u"quilmonFilePath"_s};
+    QList<JobSetting> options = GetJobOptions();
+    options.removeIf([](const JobSetting& option) {
+        const bool isOfJob = option.key == u"settings"_s || JobSettingTable::FindByKey(option.key);
+        return !isOfJob || others.contains(option.key);
+    });
+    return options;
+}
+
+/*! Throws for what is of use with a model alone. */
+void CheckNeedsLayup(const JobSettings& settings)
+{
+    if (settings.Has(u"layup"_s))
+        return;
+    for (const JobSetting& option : MakeOptions() + GetKnownOptions()) {
+        const bool needsLayup = option.key == u"maxDistance"_s || option.section != Translate("Check");
+        if (needsLayup && settings.Has(option.key))
+            throw JobError(JobExit::WrongCall,
+                           Translate("%1: expected --layup beside it, found none").arg(option.GetFlag()));
+    }
+}
+
 int RunCheckCommand(const JobCall& call)
 {
     const QString type = call.settings.GetText(u"type"_s);
     if (!type.isEmpty() && !CheckFormats::Find(type))
         throw JobError(JobExit::WrongCall,
                        Translate("--type: expected one of %1, found \"%2\"").arg(GetTypes().join(u", "_s), type));
-    for (const JobSetting& option : MakeOptions()) {
-        const bool needsLayup = option.key == u"axisSystem"_s || option.key == u"maxDistance"_s;
-        if (needsLayup && call.settings.Has(option.key) && !call.settings.Has(u"layup"_s))
-            throw JobError(JobExit::WrongCall,
-                           Translate("%1: expected --layup beside it, found none").arg(option.GetFlag()));
-    }
+    CheckNeedsLayup(call.settings);
     if (call.settings.Has(u"quiet"_s) && call.settings.Has(u"json"_s))
         throw JobError(JobExit::WrongCall, Translate("expected --quiet or --json, found both"));
     return CheckRun(call).Run();
@@ -261,7 +292,14 @@ JobCommand MakeCheckCommand()
             "share no code with the writers."),
         .arguments = {{.placeholder = u"FILE"_s, .noun = Translate("part file"), .count = JobArgument::OneOrMore}},
         .options = MakeOptions(),
+        .sharedOptions = GetKnownOptions(),
+        .notes = Translate(
+            "With --layup, tell check what the job was told that wrote the files: its options --plies, --layups, "
+            "--configuration, --projectors, --axis-system, --output-type and so on, which zetlaser-job --help lists, "
+            "or its settings file. A file that such a job writes is the same point by point. Of one that isn't, plies, "
+            "boundaries and targets are compared; with --settings any difference is a finding."),
         .examples = {{u"panel.ply"_s, Translate("Tells what panel.ply and its calibration file panel.cal hold.")},
+                     {u"panel.ply --layup panel.layup.json"_s, Translate("Compares it with the model, too.")},
                      {u"panel.ply --json"_s, Translate("Tells it to a script.")}},
         .exitCodes = {{u"0"_s, Translate("nothing was found")},
                       {u"1"_s, Translate("something was found")},

@@ -1,14 +1,9 @@
 #include "JobCheckSurface.h"
 
 #include "check/CheckReport.h"
-#include "JobError.h"
-#include "JobSelection.h"
-#include "JobSteps.h"
 
 #include <ZETComposites/ZETCompLayup.h>
 #include <ZETComposites/ZETCompRoot.h>
-#include <ZETComposites/ZETCompRosette.h>
-#include <ZETFeature/ZETFeatContainer.h>
 #include <ZETFeature/ZETFeatGeometry.h>
 #include <ZETGeometry/ZETGeoLocationOnSurface.h>
 #include <ZETGeometry/ZETGeoSurface.h>
@@ -39,13 +34,10 @@ struct PlyOnTool {
 };
 } // namespace
 
-JobCheckSurface::JobCheckSurface(const QString& layupFile, const QString& axisSystem)
-    : model(JobSteps::LoadModel(layupFile))
+JobCheckSurface::JobCheckSurface(const ZETCompRoot& root)
 {
-    if (!axisSystem.isEmpty())
-        axis = FindRosette(*model.root, axisSystem)->GetAxis();
     bool isFirst = true;
-    for (const ZETFeatObject* child : model.root->GetAllChildren()) {
+    for (const ZETFeatObject* child : root.GetAllChildren()) {
         const auto* const layup = qobject_cast<const ZETCompLayup*>(child);
         if (!layup)
             continue;
@@ -62,8 +54,6 @@ JobCheckSurface::JobCheckSurface(const QString& layupFile, const QString& axisSy
                 surfaces.append(face->GetSurface());
         }
     }
-    if (surfaces.isEmpty())
-        throw JobError(JobExit::WrongInput, Translate("%1: no layup has a tool surface").arg(layupFile));
 }
 
 JobCheckSurface::Place JobCheckSurface::Measure(const ZETMathPoint& point,
@@ -83,11 +73,13 @@ JobCheckSurface::Place JobCheckSurface::Measure(const ZETMathPoint& point,
     return place;
 }
 
-void JobCheckSurface::Check(CheckedFile& file, double limit) const
+void JobCheckSurface::Check(CheckedFile& file, const ZETMathAxis& axis, double limit,
+                            const std::function<bool(size_t)>& isKnown) const
 {
     const CheckFile& content = file.content;
     const ZETMathPoint origin = axis / ZETMathPoint();
-    for (const CheckPly& ply : file.plies) {
+    for (size_t place = 0; place < file.plies.size(); ++place) {
+        const CheckPly& ply = file.plies[place];
         PlyOnTool onTool;
         onTool.farthest = {-1.0, 0, content.GetPlyName(ply.group)};
         for (const size_t index : ply.curves) {
@@ -100,19 +92,21 @@ void JobCheckSurface::Check(CheckedFile& file, double limit) const
                 std::optional<ZETMathVector> normal;
                 if (CheckMeasures::HasNormal(point))
                     normal = axis / ToPoint(point.normal, 1.0) - origin;
-                const Place place = Measure(axis / ToPoint(point.position, file.unitLength), normal);
-                if (place.distance > onTool.farthest.distance) {
-                    onTool.farthest.distance = place.distance;
+                const Place nearest = Measure(axis / ToPoint(point.position, file.unitLength), normal);
+                if (nearest.distance > onTool.farthest.distance) {
+                    onTool.farthest.distance = nearest.distance;
                     onTool.farthest.line = point.line;
                 }
-                onTool.before += place.side > 0.0 ? 1 : 0;
-                onTool.behind += place.side < 0.0 ? 1 : 0;
+                onTool.before += nearest.side > 0.0 ? 1 : 0;
+                onTool.behind += nearest.side < 0.0 ? 1 : 0;
             }
         }
         if (onTool.farthest.distance < 0.0)
             continue;
         if (!file.farthest || onTool.farthest.distance > file.farthest->distance)
             file.farthest = onTool.farthest;
+        if (isKnown(place))
+            continue;
         const QString& name = onTool.farthest.ply;
         const int line = ply.group < 0 ? 0 : content.groups[static_cast<size_t>(ply.group)].line;
         if (onTool.farthest.distance > limit)

@@ -1,28 +1,34 @@
 #pragma once
 
-#include "openhost/layup/ZETOpenLayupFile.h"
-
 #include <ZETMathematics/ZETMathAxis.h>
 
 #include <QList>
-#include <QString>
 
+#include <functional>
 #include <optional>
 
+class ZETCompRoot;
 class ZETGeoSurface;
 struct CheckedFile;
 
-/*! The tool of a layup file, which the points and normals of written files are held against. */
+/*! The tool of a model, which the points and normals of written files are held against. */
 class JobCheckSurface
 {
 public:
-    /*! \a axisSystem: the rosette that the files refer to; empty for the model's own axes. Throws JobError. */
-    JobCheckSurface(const QString& layupFile, const QString& axisSystem);
+    /*! The model must outlive it. */
+    explicit JobCheckSurface(const ZETCompRoot& root);
 
-    /*! Finds the point of \a file that lies farthest from the tool, and adds findings: for each ply with a point that
-     * is farther than \a limit (mm), and for each whose normals go to the side of the tool that isn't laid on. Only
-     *  boundaries count, and closed curves where the file doesn't tell what is one. */
-    void Check(CheckedFile& file, double limit) const;
+    /*! No layup has a tool surface. */
+    bool IsEmpty() const { return surfaces.isEmpty(); }
+
+    /*! Finds the point of \a file that lies farthest from the tool. \a axis is the axis system that the file was
+     * written in. Only boundaries count, and closed curves where nobody knows what is one.
+     *
+     *  Adds findings for plies that \a isKnown, by their place in the file, has no better knowledge of: for each with a
+     *  point that is farther off than \a limit (mm), and for each whose normals go to the side that no layup is laid
+     *  on. */
+    void Check(CheckedFile& file, const ZETMathAxis& axis, double limit,
+               const std::function<bool(size_t)>& isKnown) const;
 
 private:
     struct Place {
@@ -32,8 +38,6 @@ private:
     };
     Place Measure(const ZETMathPoint& point, const std::optional<ZETMathVector>& normal) const;
 
-    ZETOpenLayupModel model;
-    ZETMathAxis axis;
     QList<const ZETGeoSurface*> surfaces;
     double direction = 0.0; //!< 1 or -1, the side that the plies are laid from; 0 if layups differ
 };

@@ -5,7 +5,7 @@ import json
 import re
 
 import json_schema
-from tool_test import PANEL, SOURCE, ToolTest, main
+from tool_test import BLADE, PANEL, SOURCE, ToolTest, main
 
 SCHEMA = json.loads((SOURCE / "schema" / "check.schema.json").read_text(encoding="utf-8"))
 SQUARE = "P 5\n0 0 0\n100 0 0\n100 100 0\n0 100 0\n0 0 0\n"
@@ -129,7 +129,8 @@ class Calls(CheckTest):
                 (["--axis-system", "Rosette"], "--axis-system: expected --layup beside it, found none"),
                 (["--max-distance", "5"], "--max-distance: expected --layup beside it, found none"),
                 (["--quiet", "--json"], "expected --quiet or --json, found both"),
-                (["--plies", "P1"], '--plies is an option of "zetlaser-job", not of "zetlaser-job check" '
+                (["--plies", "P1"], "--plies: expected --layup beside it, found none"),
+                (["--summary", "s.json"], '--summary is an option of "zetlaser-job", not of "zetlaser-job check" '
                                     "(zetlaser-job check --help tells more)")):
             with self.subTest(arguments=arguments):
                 result = self.check("part.ply", *arguments, code=2)
@@ -206,13 +207,13 @@ class Tool(CheckTest):
         self.job("--output", "axis.ply", "--units", "in", "--axis-system", "Rosette")
         self.assertLess(self.farthest("axis.ply", "--units", "in", "--axis-system", "Rosette")["distance"], 1e-4)
         # Taken for the model's axes, it lies in the plane of the table and beside it.
-        self.assertGreater(self.farthest("axis.ply", "--units", "in", "--max-distance", "1e9")["distance"], 100)
+        self.assertGreater(self.farthest("axis.ply", "--units", "in", "--max-distance", "1e9", code=1)["distance"], 100)
 
     def test_a_point_that_is_farther_off_than_meant_is_told(self):
         corner = "400.000000 300.000000 "
         self.write("part.ply", self.good.replace(corner + "0.000000", corner + "-50.250000", 1))
         line = 1 + self.good[:self.good.index(corner)].count("\n")
-        text = f"part.ply:{line}: warning: ply P1: a point is 50.250 mm off the tool\n"
+        text = f"part.ply:{line}: warning: ply P1: a point is 50.250 mm off the boundary in the model\n"
         self.assertEqual(self.check("part.ply", "--quiet", "--layup", "front.json", code=1).stdout, text)
         self.assertEqual(self.farthest("part.ply", code=1), {"distance": 50.25, "line": line, "ply": "P1"})
         self.check("part.ply", "--quiet", "--layup", "front.json", "--max-distance", "50.5")
@@ -222,6 +223,12 @@ class Tool(CheckTest):
         self.write("part.ply", self.good.replace("END P1\n", "P 2\n0 0 0\n0 0 900\nEND P1\n"))
         self.check("part.ply", "--quiet", "--layup", "front.json")
 
+    def test_a_ply_that_the_model_does_not_have_is_held_against_the_tool(self):
+        self.write("part.ply", self.good.replace("P2\n", "Q\n").replace("\n350.000000 50.000000 0.", "\n350.000000 50.000000 9."))
+        result = self.check("part.ply", "--quiet", "--layup", "front.json", code=1)
+        self.assertIn(": warning: ply Q: a point is 9.000 mm off the tool\n", result.stdout)
+        self.assertNotIn("off the tool", self.check("part.ply", "--layup", "front.json", "--max-distance", "9.1", code=1).stdout)
+
     def test_normals_go_to_the_side_that_is_laid_on(self):
         plies = ["P1", "P2", "P3a", "P3b"]
         result = self.check("part.ply", "--quiet", "--layup", "back.json", code=1)
@@ -230,13 +237,12 @@ class Tool(CheckTest):
                          [f"ply {ply}: {wrong}" for ply in plies])
         self.job("--output", "back.ply", layup="back.json")
         self.check("back.ply", "--quiet", "--layup", "back.json")
-        # The panel is laid on from both sides, so neither of them is wrong for a whole ply.
-        self.check("part.ply", "--quiet", "--layup", PANEL)
 
     def test_a_normal_that_goes_to_the_other_side_is_told(self):
         self.write("part.ply", self.good.replace("0.000000 0.000000 1.000000\n", "0.000000 0.000000 -1.000000\n", 1))
-        result = self.check("part.ply", "--quiet", "--layup", PANEL, code=1)
-        self.assertIn(": warning: ply P1: of the normals 4 go to one side of the tool and 1 to the other\n", result.stdout)
+        result = self.check("part.ply", "--quiet", "--layup", "front.json", code=1)
+        self.assertIn(": warning: ply P1: of the normals 4 go to the side that is laid on and 1 to the other\n",
+                      result.stdout)
 
     def test_a_layup_file_that_cannot_be_used_is_told(self):
         self.write("broken.json", "{")
@@ -248,6 +254,160 @@ class Tool(CheckTest):
                 self.assertRegex(result.stderr, r"\Aerror: .+\n\Z")
                 self.assertIn(text, result.stderr)
                 self.assertEqual(result.stdout, "")
+
+
+class Model(CheckTest):
+    """Files held against the plies of the model, without the options of the job that wrote them."""
+
+    UP, DOWN = "   0.000000 0.000000 1.000000\n", "   0.000000 0.000000 -1.000000\n"
+
+    def setUp(self):
+        super().setUp()
+        self.job()
+        self.good = (self.folder / "panel.ply").read_text()
+
+    def job(self, *options, kind="virtek", name="panel.ply", layup=PANEL):
+        result = self.run_tool(layup, "--type", kind, "--output", name, *options)
+        self.assertEqual(result.returncode, 0, result.stderr)
+
+    def ply(self, name):
+        begin, end = f"START {name}\n", f"END {name}\n"
+        return self.good[self.good.index(begin):self.good.index(end) + len(end)]
+
+    def expect_findings(self, damaged, *expected, options=()):
+        """Told for a file that a job with the usual options wrote, and for one whose options nobody knows."""
+        self.assertNotEqual(damaged, self.good)
+        self.write("panel.ply", damaged)
+        for more in ([], ["--no-include-normal-vectors"]):
+            result = self.check("--quiet", "panel.ply", "--layup", PANEL, *options, *more, code=1)
+            self.assertEqual(result.stdout.splitlines(), [f"panel.ply:{line}" for line in expected])
+
+    def test_what_was_compared_is_told(self):
+        told = "\n  compared with the model: "
+        self.assertIn(told + "all of it, point by point\n", self.check("panel.ply", "--layup", PANEL).stdout)
+        result = self.check("panel.ply", "--layup", PANEL, "--no-include-normal-vectors")
+        self.assertIn(told + "plies, boundaries, targets; the job had other options (line 5: ", result.stdout)
+        files = json.loads(self.check("panel.ply", "--layup", PANEL, "--json").stdout)["files"]
+        self.assertEqual([file["compared"] for file in files], ["everything", "everything"])
+        self.assertNotIn("difference", files[0])
+        part, _ = json.loads(self.check("panel.ply", "--layup", PANEL, "--no-include-normal-vectors", "--json").stdout)["files"]
+        self.assertEqual((part["compared"], part["difference"]["line"]), ("boundaries", 5))
+        self.assertNotIn(told, self.check("panel.ply").stdout)
+
+    def test_plies_that_were_swapped(self):
+        self.expect_findings(self.good.replace(self.ply("P1") + self.ply("P2"), self.ply("P2") + self.ply("P1")),
+                             "22: warning: ply P1: the ply is number 2 in the file, and number 1 in the model")
+
+    def test_plies_of_which_only_the_names_were_swapped(self):
+        swapped = self.good.replace("P1\n", "P0\n").replace("P2\n", "P1\n").replace("P0\n", "P2\n")
+        self.expect_findings(swapped, "4: warning: ply P2: the boundary is that of the ply P1 in the model",
+                             "17: warning: ply P1: the ply is number 2 in the file, and number 1 in the model",
+                             "18: warning: ply P1: the boundary is that of the ply P2 in the model")
+
+    def test_a_ply_that_is_left_out(self):
+        self.expect_findings(self.good.replace(self.ply("P2"), ""),
+                             "16: warning: ply P2: the ply is missing here, it is number 2 in the model")
+        self.expect_findings(self.good.replace(self.ply("P1"), ""),
+                             "3: warning: ply P1: the ply is missing here, it is number 1 in the model")
+
+    def test_plies_that_were_not_asked_for_may_be_missing(self):
+        self.write("panel.ply", self.good.replace(self.ply("P2"), ""))
+        self.check("--quiet", "panel.ply", "--layup", PANEL, "--plies", "P1,P3,P4")
+        self.check("--quiet", "panel.ply", "--layup", PANEL, "--plies", "P1,P3", code=1)
+        self.job("--layups", "Back")
+        self.check("--quiet", "panel.ply", "--layup", PANEL, "--layups", "Back")
+        self.check("--quiet", "panel.ply", "--layup", PANEL, code=1)
+        self.job("--configuration", "Whole plies")
+        self.check("--quiet", "panel.ply", "--layup", PANEL, "--configuration", "Whole plies")
+        self.check("--quiet", "panel.ply", "--layup", PANEL, code=1)
+
+    def test_a_ply_that_stands_there_twice_or_in_another_layer(self):
+        self.expect_findings(self.good.replace(self.ply("P4"), "").replace(self.ply("P1"), self.ply("P1") + self.ply("P4")),
+                             "17: warning: ply P4: the ply stands in Front/S1, and in the model in Back/S3")
+        self.expect_findings(self.good.replace(self.ply("P1"), self.ply("P1") + self.ply("P4")),
+                             "17: warning: ply P4: the model has no such ply to output here")
+
+    def test_a_point_that_was_moved_within_the_tool(self):
+        self.expect_findings(self.good.replace("350.000000 250.000000", "352.500000 250.000000", 1),
+                             "20: warning: ply P2: a point is 2.500 mm off the boundary in the model")
+        # Along the line that it ends, so that only the corner misses it.
+        self.expect_findings(self.good.replace("350.000000 250.000000", "350.000000 249.000000", 1),
+                             "18: warning: ply P2: a point of the boundary in the model is left out, by 1.000 mm")
+
+    def test_a_boundary_that_was_moved_within_the_tool(self):
+        ply = self.ply("P2").replace("\n350.", "\n340.").replace("\n50.", "\n40.")
+        self.expect_findings(self.good.replace(self.ply("P2"), ply),
+                             "21: warning: ply P2: 2 of 5 points are off the boundary in the model, this one by 10.000 mm")
+
+    def test_a_boundary_that_is_not_there(self):
+        lines = self.ply("P2").splitlines(keepends=True)
+        self.assertEqual(lines[1], "P 5\n")
+        self.expect_findings(self.good.replace(self.ply("P2"), "".join(lines[:1] + lines[7:])),
+                             "17: warning: ply P2: no curve of the ply is closed",
+                             "17: warning: ply P2: a boundary of the ply is missing")
+
+    def test_a_ply_whose_normals_go_to_the_other_side_of_its_layup(self):
+        # The panel is laid from both sides.
+        self.expect_findings(self.good.replace(self.ply("P4"), self.ply("P4").replace(self.DOWN, self.UP)),
+                             "71: warning: ply P4: the normals go to the side of the tool that isn't laid on")
+        self.expect_findings(self.good.replace(self.ply("P1"), self.ply("P1").replace(self.UP, self.DOWN)),
+                             "4: warning: ply P1: the normals go to the side of the tool that isn't laid on")
+
+    def test_another_model(self):
+        layup = json.loads(PANEL.read_text())
+        for node in layup["layups"]:
+            for sequence in node["children"]:
+                for ply in sequence.get("children", []):
+                    ply["name"] = "Other " + ply.get("name", "")
+        layup["layups"][1]["children"][1]["children"][0].pop("children")
+        self.write("other.json", layup)
+        self.assertEqual(self.check("--quiet", "panel.ply", "--layup", "other.json", code=1).stdout,
+                         "panel.ply: warning: none of the plies is one that the model has to output\n")
+
+    def test_a_target_that_was_moved(self):
+        targets = (self.folder / "panel.cal").read_text()
+        self.write("panel.cal", targets.replace(" -50.000000", " -49.000000"))
+        for files in (["panel.ply"], ["panel.cal"]):
+            self.assertRegex(self.check("--quiet", *files, "--layup", PANEL, code=1).stdout,
+                             r"\Apanel\.cal:2: warning: X of a target: expected -50\.0+, found -49\.0+\n\Z")
+        self.job("--projectors", "Right")
+        self.check("--quiet", "panel.ply", "--layup", PANEL, code=1)
+        self.check("--quiet", "panel.ply", "--layup", PANEL, "--projectors", "Right")
+
+    def test_points_and_guides_that_the_options_decide_on_are_no_finding(self):
+        blade = ["--use-max-length", "--max-length=500", "--minimize-points-tolerance=0.2", "--plies=P029"]
+        for layup, options, told in ((PANEL, ["--no-output-rosette", "--rosette-before-ply-geometry"], []),
+                                     (PANEL, ["--no-output-extra-geometry", "--no-include-normal-vectors"], []),
+                                     (PANEL, ["--no-nest-sequences-within-layup", "--max-length=90", "--use-max-length"], []),
+                                     (PANEL, ["--units=in", "--axis-system=Rosette"], ["--units=in", "--axis-system=Rosette"]),
+                                     (BLADE, blade, ["--plies=P029"]),
+                                     (BLADE, ["--output-type=flat", "--use-max-length", "--max-length=500"],
+                                      ["--output-type=flat"])):
+            for kind, name in (("virtek", "p.ply"), ("lap", "p.lpd"), ("dxf", "p.DXF")):
+                with self.subTest(kind=kind, options=options):
+                    self.job(*options, kind=kind, name=name, layup=layup)
+                    result = self.check(name, "--layup", layup, *told)
+                    if options != told:
+                        self.assertIn("; the job had other options (line ", result.stdout)
+
+    def test_a_settings_file_tells_the_options(self):
+        options = {"outputRosette": False, "minimizePointsTolerance": 0.3}
+        self.write("settings.json", {**options, "outputs": [
+            {"type": "virtek", "output": "%PART%.ply", "units": "in"}, {"type": "lap", "output": "lap.lpd"},
+            {"type": "virtek", "output": "back.ply", "layups": ["Back"]}]})
+        self.assertEqual(self.run_tool(PANEL, "--settings", "settings.json").returncode, 0)
+        files = ["Panel.ply", "lap.lpd", "back.ply"]
+        told = self.check("--json", *files, "--layup", PANEL, "--settings", "settings.json").stdout
+        self.assertEqual({file["compared"] for file in json.loads(told)["files"]}, {"everything"})
+        # What lies within the tolerance is a finding, too.
+        good = (self.folder / "back.ply").read_text()
+        self.write("back.ply", good.replace("\n300.000000 200.000000 ", "\n300.000002 200.000000 ", 1))
+        self.check("--quiet", "back.ply", "--layup", PANEL, "--layups", "Back")
+        self.assertRegex(self.check("--quiet", "back.ply", "--layup", PANEL, "--settings", "settings.json", code=1).stdout,
+                         r"\Aback\.ply:\d+: warning: ply P4: X of point \d+: expected 300\.0+, found 300\.0000020\n\Z")
+        self.job(kind="sl", name="panel.sl")
+        self.assertEqual(self.check("panel.sl", "--layup", PANEL, "--settings", "settings.json", code=2).stderr,
+                         "error: panel.sl: no output of settings.json is of the type SL Laser\n")
 
 
 class AfterWriting(CheckTest):

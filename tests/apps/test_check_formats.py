@@ -141,6 +141,53 @@ class LineEnds(FormatsTest):
                                  [f"further errors, which may come from that in line {first['line']}"])
 
 
+class Model(FormatsTest):
+    """Each file is the one that the model gives, when check is told what the job was told."""
+
+    def expect_same(self, layup, kind, name, *options):
+        names = self.write_files(layup, kind, name, *options)
+        for document in self.expect_good(names, kind, "--layup", layup, *options).values():
+            self.assertEqual(document["compared"], "everything")
+            self.assertNotIn("difference", document)
+        return names
+
+    def test_the_panel_in_each_type_and_variant_is_that_of_the_model(self):
+        for kind in EXTENSIONS:
+            for variant, options in VARIANTS.items():
+                with self.subTest(kind=kind, variant=variant):
+                    self.expect_same(PANEL, kind, f"{kind}-{variant}", *options)
+
+    def test_files_for_nesting_are_those_of_the_model(self):
+        self.expect_same(BLADE, "quilmon", "nesting", "--output-type=nesting")
+        for mode, count in (("single", 1), ("per-material", 6), ("per-ply", 12)):
+            with self.subTest(mode=mode):
+                self.assertEqual(len(self.expect_same(BLADE, "dxf", f"{mode}__b", "--output-type=nesting",
+                                                      f"--dxf-file-mode={mode}")), count)
+
+    def test_a_ply_that_is_left_out_is_told_in_each_type(self):
+        for kind in FORMATS:
+            with self.subTest(kind=kind):
+                name = self.write_files(PANEL, kind, kind, "--plies=P1,P3,P4")[-1]
+                result = self.run_tool("check", "--quiet", f"{kind}.{EXTENSIONS[kind]}", "--layup", PANEL)
+                self.assertEqual(result.returncode, 1, result.stderr)
+                told = "a boundary of the ply is missing" if kind == "dxf" else \
+                    "the ply is missing here, it is number 2 in the model"
+                self.assertRegex(result.stdout, rf"\A{kind}\S+ warning: ply P2: {told}\n\Z", name)
+
+    def test_plies_in_another_order_are_told_in_each_type(self):
+        layup = json.loads(PANEL.read_text())
+        layup["layups"][1]["children"][0]["children"].reverse()
+        self.write("other.json", layup)
+        for kind in FORMATS:
+            with self.subTest(kind=kind):
+                self.write_files("other.json", kind, kind)
+                result = self.run_tool("check", "--quiet", f"{kind}.{EXTENSIONS[kind]}", "--layup", PANEL)
+                self.assertEqual(result.returncode, 1, result.stderr)
+                told = "a boundary of the ply comes at another place than in the model" if kind == "dxf" else \
+                    "the ply is number 2 in the file, and number 1 in the model"
+                self.assertRegex(result.stdout, rf"\A{kind}\S+ warning: ply P1: {told}\n\Z")
+
+
 class Cut(FormatsTest):
     def test_each_cut_is_found(self):
         names = {}

@@ -76,7 +76,7 @@ CheckPolyline::Place CheckPolyline::GetNearest(const Vector& point) const
             const CheckPoint& to = GetEnd(segment);
             const double share = GetShare(from.position, to.position, point);
             const double distance = CheckMeasures::GetDistance(GetBetween(from.position, to.position, share), point);
-            if (distance >= nearest.distance)
+            if (!(distance < nearest.distance)) // nor if there is no number for it
                 continue;
             const bool hasNormal = CheckMeasures::HasNormal(from) && CheckMeasures::HasNormal(to);
             nearest = {distance, hasNormal ? GetBetween(from.normal, to.normal, share) : Vector{}};
