@@ -43,7 +43,8 @@ void Write(std::FILE* stream, const QString& text)
     const QByteArray bytes = text.toUtf8();
     const auto size = static_cast<std::size_t>(bytes.size());
     const bool isWritten = std::fwrite(bytes.constData(), 1, size, stream) == size && std::fflush(stream) == 0;
-    if (!isWritten && stream == stdout && GetLoss() == 0)
+    // Who closes a pipe wants to read no more.
+    if (!isWritten && stream == stdout && GetLoss() == 0 && errno != EPIPE)
         GetLoss() = errno;
 }
 

@@ -264,6 +264,13 @@ class Output(ToolTest):
                 self.assertEqual(result.stderr.splitlines()[-1],
                                  "error: the standard output can't be written: No space left on device")
 
+    def test_a_reader_that_wants_no_more_is_no_fault(self):
+        reading, writing = os.pipe()
+        os.close(reading)
+        result = subprocess.run([PROGRAM, "--help"], stdout=writing, stderr=subprocess.PIPE, text=True, timeout=60, check=False)
+        os.close(writing)
+        self.assertEqual((result.returncode, result.stderr), (0, ""))
+
     def test_nothing_is_told_into_files_where_the_caller_closed_the_streams(self):
         result = subprocess.run([PROGRAM, PANEL, "--type", "virtek", "--output", "panel.ply"], cwd=self.folder,
                                 stderr=subprocess.PIPE, text=True, timeout=60, check=False,

@@ -15,6 +15,7 @@ namespace
 {
 /*! A gap that nobody means: as wide as a drawn line at most. */
 constexpr double smallGap = 1.0; // mm
+constexpr double noGap = 0.001;  // mm: the ends meet, as those of a seed curve that goes round
 /*! What can't be cut and laid by hand. */
 constexpr double tinyArea = 100.0; // square millimetres
 /*! Below this width an area is a line that goes back on itself. */
@@ -229,7 +230,7 @@ private:
         constexpr double share = 0.05; // of the curve's length: a short open curve is no nearly closed one
         if (curve.kind == CheckCurveKind::Boundary)
             Warn(curve.line, ply, Check::tr("the boundary isn't closed: %1 are missing").arg(ShowLength(gap)));
-        else if (gap <= smallGap && gap <= share * CheckMeasures::GetLength(file, curve) * unitLength)
+        else if (gap > noGap && gap <= smallGap && gap <= share * CheckMeasures::GetLength(file, curve) * unitLength)
             Warn(curve.line, ply, Check::tr("a curve is nearly closed: %1 are missing").arg(ShowLength(gap)));
     }
 

@@ -65,6 +65,8 @@ void TestCheckFindings::tellsWhatIsDoubtful_data()
     row("an open ply", Ply("A", Polyline("0 0 0\n100 0 0\n100 100 0\n")) + end,
         {u"f:1: warning: ply A: no curve of the ply is closed"_s});
     row("a ply of one line", Ply("A", Polyline("0 0 0\n100 0 0\n")) + end, {});
+    row("an open ply whose ends meet", Ply("A", Polyline("0 0 0\n100 0 0\n100 100 0\n0 100 0\n0 0.001 0\n")) + end,
+        {u"f:1: warning: ply A: no curve of the ply is closed"_s});
     row("a nearly closed ply", Ply("A", Polyline("0 0 0\n100 0 0\n100 100 0\n0 100 0\n0 0.25 0\n")) + end,
         {u"f:1: warning: ply A: no curve of the ply is closed"_s,
          u"f:2: warning: ply A: a curve is nearly closed: 0.250 mm are missing"_s});
