@@ -34,6 +34,11 @@ endfunction()
 # that leaves out some of its tests, and in which none fails, is told as skipped.
 function(zet_register_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "LABEL" "COMMAND")
+    get_property(names GLOBAL PROPERTY ZET_TEST_NAMES)
+    if(name IN_LIST names)
+        message(FATAL_ERROR "zet_register_test(${name}): there is a test of this name, whose folder it would share")
+    endif()
+    set_property(GLOBAL APPEND PROPERTY ZET_TEST_NAMES ${name})
     set(folder "${PROJECT_BINARY_DIR}/tests/run/${name}")
     add_test(NAME ${name}
         COMMAND ${CMAKE_COMMAND} -DFOLDER=${folder} -P ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/ZETRunTest.cmake
