@@ -140,6 +140,10 @@ private:
             return {};
         }
         QByteArray bytes = file.readAll();
+        if (file.error() != QFileDevice::NoError) {
+            TellUnreadable(path, file.errorString());
+            return {};
+        }
         if (bytes.isEmpty()) {
             TellUnreadable(path, Translate("it is empty"));
             return {};

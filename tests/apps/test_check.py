@@ -106,6 +106,7 @@ class Calls(CheckTest):
                 ("gone.ply", "can't read gone.ply: there is no such file"),
                 ("folder.ply", "can't read folder.ply: it is no regular file"),
                 ("/dev/zero", "can't read /dev/zero: it is no regular file"),
+                ("/proc/self/mem", "can't read /proc/self/mem: Input/output error"),  # at its begin
                 ("words.txt", "can't read words.txt: the type isn't known by its name or its content; --type tells it"),
                 ("empty.ply", "can't read empty.ply: it is empty"),
                 ("words.ply", "can't read words.ply: it is no file of the type Virtek: line 1: expected the begin of a "
