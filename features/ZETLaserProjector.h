@@ -63,7 +63,7 @@ Q_SIGNALS:
 
 private:
     /*! Creates the projector as the last child of \a parent, which must not be null. The host makes projectors by the
-     * name of their class, with the loading constructor. */
+     *  name of their class, with the loading constructor. */
     explicit ZETLaserProjector(ZETFeatObject* parent);
     /*! Never called: a feature class without its loading constructor shall not build. */
     void _constructor_checker() { ZETLaserProjector(nullptr, ZETGeoGeometryRef()); }

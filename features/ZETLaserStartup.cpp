@@ -44,7 +44,7 @@ public:
 };
 
 /*! Makes the type known under \a name, and under its own if that is another one. With a list comes that it can be
- * walked where only a QVariant with it is known. */
+ *  walked where only a QVariant with it is known. */
 template <typename T>
 void RegisterMetaType(const QByteArray& name)
 {
@@ -83,7 +83,7 @@ public:
 };
 
 /*! Whoever asks for the type of iterable values first makes it known, for the whole process and for good. That must be
- * Qt itself and not this library, which may go: a question about any conversion to a list gets there. */
+ *  Qt itself and not this library, which may go: a question about any conversion to a list gets there. */
 void LetQtRegisterIterables()
 {
     QMetaType::canConvert(QMetaType::fromType<int>(), QMetaType::fromType<QVariantList>());

@@ -62,7 +62,7 @@ public:
     ZETMathPoint GetCoordinates() const;
 
     /*! comment, isDrift, point, behind the base's fields. Load throws ZETGeoGeometryNotFoundException if the point
-     * isn't there, or is no geometry. */
+     *  isn't there, or is no geometry. */
     void Save(ZETGeoStream& stream) const override;
     void Load(ZETGeoStream& stream) override;
     /*! Fails without a point. A point that isn't one is told, and doesn't fail. */

@@ -88,7 +88,7 @@ private:
     void LookThrough(const ZETCompRoot& model);
     bool IsSelected(const ZETCompPlyBase* ply) const { return selectedPlies.contains(ply); }
     /*! The extra geometry that applies to a ply, or to a sub-ply, in the order in which it is read. Nothing is taken
-     * out that stands there twice. */
+     *  out that stands there twice. */
     ExtraGeometries GetPlyExtra() const;
     ExtraGeometries GetSubPlyExtra() const;
 

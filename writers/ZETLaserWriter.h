@@ -49,7 +49,7 @@ class ZETLaserWriter
 
 public:
     /*! Writes everything. Concrete writers return true, whatever came of it: what can't be written is told in the
-     * message queue and in the report. */
+     *  message queue and in the report. */
     virtual bool Write() = 0;
 
     /*! Files that couldn't be opened or written whole; complete behind Write(). */
@@ -103,12 +103,12 @@ protected:
     // Tree.
 
     /*! Counts \a group if it stands for a ply or sub-ply, and tells whether it opens a layer: plies, sub-plies and,
-     * unless sequences nest in layups, layups don't. */
+     *  unless sequences nest in layups, layups don't. */
     bool OpensLayer(const ZETLaserGroup& group);
     /*! Whether parameters and texts of a leaf go ahead of its contours. */
     bool WritesTextsFirst() const;
     /*! Whether \a group stands for the kind of model object that the dynamic property \a name tells
-     * (ZETLaserEntityProperties). The property counts even when the pointer in it is null. */
+     *  (ZETLaserEntityProperties). The property counts even when the pointer in it is null. */
     static bool StandsFor(const ZETLaserGroup& group, const char* name);
     /*! The ply of \a group, else its sub-ply; null if it has neither. Texts are evaluated against it. */
     static const ZETCompPlyBase* GetPly(const ZETLaserGroup& group);

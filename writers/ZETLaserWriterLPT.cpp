@@ -50,7 +50,7 @@ private:
 
 /*! Puts \a xml on \a device.
  *  Meant: the position goes back to the start behind the declaration, so that the elements overwrite it: projectors
- * take files without one. */
+ *  take files without one. */
 void BeginDocument(QXmlStreamWriter& xml, QIODevice& device)
 {
     xml.setDevice(&device);

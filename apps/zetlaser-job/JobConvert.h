@@ -14,5 +14,5 @@ struct JobConvertOptions {
 };
 
 /*! Makes the layup file and says what is in it. It is written when it has been read back as a job reads it, and all of
- * it or nothing. Throws JobError; faults of the list are told with their lines, all of them. */
+ *  it or nothing. Throws JobError; faults of the list are told with their lines, all of them. */
 void RunConvert(const JobConvertOptions& options);

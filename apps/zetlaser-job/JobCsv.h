@@ -12,7 +12,7 @@ struct JobCsvRecord {
 };
 
 /*! What a CSV file holds: RFC 4180, with commas or semicolons, in UTF-8 with or without a byte order mark, with line
- * ends of any system. Blanks around a value without quotes don't count, and empty lines are no records. */
+ *  ends of any system. Blanks around a value without quotes don't count, and empty lines are no records. */
 struct JobCsvFile {
     QChar separator; //!< the one that comes first in the first line
     QList<JobCsvRecord> records;

@@ -209,7 +209,7 @@ void JobOutput::NameFinalToolFolder() const
 }
 
 /*! The library goes on where it can't write, so a fault that is over by now shows neither on the device nor in the
- * files that are there. */
+ *  files that are there. */
 void JobOutput::CheckWhole() const
 {
     const QMap<QString, QString> faults = options->GetLaserProcesses()->GetUnwrittenFiles();

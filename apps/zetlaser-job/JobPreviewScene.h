@@ -30,7 +30,7 @@ struct JobPreviewPly {
 };
 
 /*! The scene of a job: the display objects of the laser data, named and made visible, those of the targets, and the
- * tool beneath. Needs a job whose data is read and thinned. */
+ *  tool beneath. Needs a job whose data is read and thinned. */
 class JobPreviewScene
 {
 public:

@@ -72,7 +72,7 @@ QString GetPlace(const QString& name, const CheckFinding& finding)
 }
 
 /*! What breaks the syntax of a file may come from the model: names with line ends, the user's own texts within XML,
- * targets that are gone. Otherwise it comes from the writer. */
+ *  targets that are gone. Otherwise it comes from the writer. */
 bool MayBreakSyntax(const ZETLaserOptions& options, const CheckKnownTexts& known, const QString& brokenName)
 {
     const bool isXml =

@@ -9,8 +9,8 @@ class ZETLaserOptions;
 namespace JobReadBack
 {
 /*! Compares all files of the job with the tree of \a options, point by point, to half a unit of the last decimal.
- * Throws JobError for the first difference: then a writer is at fault, and the files must not reach the floor. Gives
- * one line for each thing that is doubtful in them, which the model is at fault for.
+ *  Throws JobError for the first difference: then a writer is at fault, and the files must not reach the floor. Gives
+ *  one line for each thing that is doubtful in them, which the model is at fault for.
  *
  *  The files lie in \a partFolder, the tool file in \a toolFolder, which may be the same. */
 QStringList Check(ZETLaserOptions& options, const QString& partFolder, const QString& toolFolder);

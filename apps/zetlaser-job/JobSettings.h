@@ -30,14 +30,14 @@ private:
 };
 
 /*! One option of a command: the row that its flag, its line in --help and its line in the documents are made of, and
- * for a setting of a job its key in a settings file. */
+ *  for a setting of a job its key in a settings file. */
 struct JobSetting {
     /*! A Switch can be turned off, by "--no-"; a Flag can't. Choices are some of the choices, a List is any names,
      *  a Scale is above 0. */
     enum Kind { Flag, Switch, Text, File, Folder, List, Scale, Length, Integer, Choice, Choices, Color, PixelSize };
 
     /*! How the value gets into the library's record of options, and which one is in there. Both are null for what the
-     * tool itself does. */
+     *  tool itself does. */
     struct Record {
         std::function<void(ZETLaserOptions&, const QVariant&)> apply = {};
         std::function<QVariant(const ZETLaserOptions&)> read = {};

@@ -14,7 +14,7 @@ class ZETLaserOptions;
  *
  *  The same input gives the same bytes: no time, no folder of this machine and no locale gets into it. Files are named
  *  relative to the folder of the summary. Lengths and coordinates are in mm and the model's own axes, and are rounded
- * to six decimals. */
+ *  to six decimals. */
 class JobSummary
 {
 public:

@@ -18,7 +18,7 @@ namespace
 constexpr double samePlace = 1.0; //!< mm: less than a target's own size
 constexpr int fewestTargets = 4;  //!< three give a position, the fourth tells whether it is right
 /*! Least width of the targets in relation to their spread. Who stands half the spread off the line is moved by ten
- * times what the target farthest off the line is wrong, if it lies a twentieth off. */
+ *  times what the target farthest off the line is wrong, if it lies a twentieth off. */
 constexpr double leastWidth = 0.05;
 
 QString Translate(const char* text)

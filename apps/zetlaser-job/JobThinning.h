@@ -14,7 +14,7 @@ struct JobThinnedPly {
     qint64 pointsBefore = 0;
     qint64 pointsAfter = 0;
     /*! The farthest that a removed point lies off the line that is drawn instead of it; the line ends at the points
-     * that stayed. */
+     *  that stayed. */
     double worstDeviation = 0.0;
     /*! Of all lines, that which closes a closed curve included. */
     double length = 0.0;
@@ -31,7 +31,7 @@ public:
     const QList<JobThinnedPly>& GetPlies() const { return plies; }
     /*! A warning, if a point was removed that the tolerance of \a options doesn't cover. Thinning looks at the lines
      *  between points as if they had no ends, and at points that come back to within 0.005 mm not at all, so it can
-     * take a spike or a line's end away. */
+     *  take a spike or a line's end away. */
     QStringList GetWarnings(const ZETLaserOptions& options) const;
 
 private:

@@ -26,7 +26,7 @@ public:
      *  null. */
     QList<const ZETGeoCurveOnSurface*> GetUpdatedBoundaryCurves() const;
     /*! What is active in \a configuration: a ZETCompStrategy or a ZETCompSubdivision, or null. With a null
-     * configuration the answer is the first that stands below this feature. */
+     *  configuration the answer is the first that stands below this feature. */
     ZETCompStrategyBase* GetIncludedStrategyOrSubdivision(const ZETCompMfgConfiguration* configuration) const;
     /*! The flat pattern for \a configuration, which may be null; null if there is none. */
     ZETCompFlatPattern* GetFlatPattern(const ZETCompMfgConfiguration* configuration) const;

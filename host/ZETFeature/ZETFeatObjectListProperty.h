@@ -48,7 +48,7 @@ public:
     static constexpr int noSignal = -2;
 
     /*! \a signalOfAdded and \a signalOfRemoved are method indices of the feature's meta-object; negative means that
-     * there is no such signal. */
+     *  there is no such signal. */
     ZETFeatObjectListProperty(ZETFeatObject* owner, int index, int signalOfAdded = noSignal,
                               int signalOfRemoved = noSignal)
         : ZETFeatObjectListPropertyBase(owner, index)

@@ -13,6 +13,6 @@ public:
     ~ZETTopEdge() override;
 
     /*! The edge's curve, owned by the body and never null in a valid one. Its sense is the edge's own, whichever way a
-     * net runs through the edge. */
+     *  net runs through the edge. */
     virtual const ZETGeoComboCurve* GetCurve() const = 0;
 };

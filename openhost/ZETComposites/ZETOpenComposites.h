@@ -48,7 +48,7 @@ ZETHOST_EXPORT void SetFlatteningMode(ZETCompLayup& layup, ZETCompLayup::Flatten
 /*! The boundaries; an element may be null. */
 ZETHOST_EXPORT void SetBoundaryCurves(ZETCompPlyBase& ply, const QList<ZETGeoAssembledCurveOnSurface*>& curves);
 /*! The updated boundaries; an element may be null. As long as this was never called, or after
- * ResetUpdatedBoundaryCurves, the boundaries themselves are the answer. */
+ *  ResetUpdatedBoundaryCurves, the boundaries themselves are the answer. */
 ZETHOST_EXPORT void SetUpdatedBoundaryCurves(ZETCompPlyBase& ply, const QList<const ZETGeoCurveOnSurface*>& curves);
 ZETHOST_EXPORT void ResetUpdatedBoundaryCurves(ZETCompPlyBase& ply);
 

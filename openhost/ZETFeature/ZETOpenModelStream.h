@@ -25,13 +25,13 @@ class ZETGeoGeometry;
  *
  *  All objects are made before the first is loaded, so references lead forwards as well as backwards. They are numbered
  *  anew on the way. Kernel geometry that several objects share is in the fields of the first of them. Where the model
- * came from, its provider and its messages are not saved. */
+ *  came from, its provider and its messages are not saved. */
 namespace ZETOpenModelStream
 {
 
 /*! Throws ZETSysException if a feature can't be saved, because its class isn't registered or because one of its
  *  properties points to a feature of another container, which CanExternalReference refuses. Geometry that isn't a
- * feature is saved if its class is registered; what else a container holds, features make anew. */
+ *  feature is saved if its class is registered; what else a container holds, features make anew. */
 ZETHOST_EXPORT QByteArray Save(const ZETFeatContainer& container);
 
 /*! The model that Save wrote. Throws ZETSysException, which tells what is wrong and where, for bytes that are none, are

@@ -45,7 +45,7 @@ public:
                                                         const ZETMathPoint& center, double radius, int segments);
 
     /*! The same curve with further vertices, so that straight lines between neighbours leave it by \a deflection (mm)
-     * at most. The vertices are what a job writes. */
+     *  at most. The vertices are what a job writes. */
     ZETOpenRef<ZETOpenCurveOnSurface> MakeRefined(double deflection) const;
 
     /*! The largest distance that a point given to a builder had from the surface; 0 for other curves. */

@@ -103,7 +103,7 @@ QString ZETOpenShapeFilePrivate::ListNames(const QStringList& names) const
 }
 
 /*! Refuses what lies out of any workshop, which a digit too many or a wrong unit gives: the kernel's searches would
- * take hours for it. */
+ *  take hours for it. */
 void ZETOpenShapeFilePrivate::CheckReach(const TopoDS_Shape& part) const
 {
     constexpr double farthest = 1e7; // mm

@@ -23,7 +23,7 @@ class ZETOpenSurface;
  *  Everything is in mm: lengths are converted from the unit that the file declares, or, with a scale, multiplied by the
  *  scale as they stand in the file, whatever it declares. A BREP file can't declare a unit and counts as mm; a STEP
  *  file that declares none needs a scale. Names are those of the file's entities; faces, edges and wires of no name are
- * reached by their index, in the file's order. */
+ *  reached by their index, in the file's order. */
 class ZETHOST_EXPORT ZETOpenShapeFile
 {
 public:
@@ -78,7 +78,7 @@ public:
     /*! An edge, or all edges of a wire in order of travel, as a curve on \a surface: one segment for each edge that
      *  bounds this face of the file, its own curve in the face's parameters; any other edge is projected, in as many
      *  segments as that takes, and the curve tells how far it was away. Throws ZETSysException for an unknown name or
-     * index, and where nothing can be projected. */
+     *  index, and where nothing can be projected. */
     ZETOpenRef<ZETOpenCurveOnSurface> GetEdge(int index, const ZETOpenRef<ZETOpenSurface>& surface) const;
     ZETOpenRef<ZETOpenCurveOnSurface> GetWire(int index, const ZETOpenRef<ZETOpenSurface>& surface) const;
     ZETOpenRef<ZETOpenCurveOnSurface> GetCurve(const QString& name, const ZETOpenRef<ZETOpenSurface>& surface) const;

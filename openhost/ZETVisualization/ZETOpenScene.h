@@ -20,7 +20,7 @@ namespace ZETOpenScene
 /*! The objects in the scene, in the order in which they were added. The scene owns them. */
 ZETHOST_EXPORT QList<ZETVisVirtualObject*> GetObjects(const ZETVisEnvironment& environment);
 /*! Gives \a object the last place in this order, where objects of one priority are drawn over all others. Nothing
- * happens if it isn't in the scene. */
+ *  happens if it isn't in the scene. */
 ZETHOST_EXPORT void MoveToEnd(ZETVisEnvironment& environment, ZETVisVirtualObject& object);
 
 /*! The display object class for features of class \a featureClass: the one that is registered for it or for its

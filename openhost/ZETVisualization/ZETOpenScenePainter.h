@@ -23,9 +23,9 @@ struct ZETOpenPicture {
 };
 
 /*! Draws the visible objects of a scene, as their options say: what has the higher priority is drawn later. Surfaces
- * are shaded and lie behind all objects, whatever IsDepthEnabled says of these. A marker of the target kind has the
- * label of its object beside it. A bar tells the scale. The picture holds all surfaces and all visible objects, as
- * large as its size allows: it is turned clockwise by a quarter where that shows them larger. */
+ *  are shaded and lie behind all objects, whatever IsDepthEnabled says of these. A marker of the target kind has the
+ *  label of its object beside it. A bar tells the scale. The picture holds all surfaces and all visible objects, as
+ *  large as its size allows: it is turned clockwise by a quarter where that shows them larger. */
 namespace ZETOpenScenePainter
 {
 /*! Needs a QGuiApplication, for the texts. */

@@ -40,8 +40,8 @@ class ZETWFPlane;
  *  first. Everything that is referred to by name stands ahead of what refers to it, so one pass is enough.
  *
  *  ZETOpenLayupBuilder.cpp holds the order, the names and the lists of the top level, ZETOpenLayupGeometry.cpp
- * surfaces, curves and points, ZETOpenLayupPlies.cpp layups down to flat patterns, ZETOpenLayupFeatures.cpp what is
- * made by the names of its classes. */
+ *  surfaces, curves and points, ZETOpenLayupPlies.cpp layups down to flat patterns, ZETOpenLayupFeatures.cpp what is
+ *  made by the names of its classes. */
 class ZETOpenLayupBuilder
 {
     Q_DECLARE_TR_FUNCTIONS(ZETOpenLayupBuilder)

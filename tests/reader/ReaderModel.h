@@ -95,7 +95,7 @@ public:
     bool ReadAgain();
 
     /*! The groups as text: a group of groups as `label[child child]`, a group of leaves as `label(names)` with the
-     * names of all leaves behind its contour. */
+     *  names of all leaves behind its contour. */
     QString Tree() const;
     QSharedPointer<ZETLaserGroup> Group(const QString& name) const;
     /*! The contour of a ply's group, and its curve of that name or number. */

@@ -18,11 +18,11 @@ class ZETLaserTarget;
 class ZETMatMaterial;
 
 /*! A job as a text: options, targets and projectors, and the laser tree with the model objects that its groups stand
- * for.
+ *  for.
  *
  *  Words are separated by blanks and line ends; one in double quotes may hold both, and is never taken for a keyword;
- * in it, \n is a line end and \q a double quote. # begins a comment, which ends with the line. A fault in the text ends
- * the test program.
+ *  in it, \n is a line end and \q a double quote. # begins a comment, which ends with the line. A fault in the text
+ *  ends the test program.
  *
  *  Statements at the top:
  *      partname NAME                       part name of the options

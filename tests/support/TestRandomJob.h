@@ -16,7 +16,7 @@ class QRandomGenerator;
  *  gives the same job on every machine. For tests that read back what a writer made of it.
  *
  *  Names and texts have no line ends and no percent signs; those of Literal parameters begin with '!', by which a
- * reader can know them. Names hold blanks and letters beyond ASCII. */
+ *  reader can know them. Names hold blanks and letters beyond ASCII. */
 class TestRandomJob
 {
 public:
@@ -68,7 +68,7 @@ public:
     QList<double> Turned(const ZETMathVector& vector) const;
 
     /*! The numbers of the points of \a curve as formats write them: place and, if it is written, normal; the first
-     * point again where a closed curve has more than one. */
+     *  point again where a closed curve has more than one. */
     QList<QList<double>> GetWrittenPoints(const Curve& curve) const;
 
     /*! Three coordinates, from tiny to tens of metres, in mm. */

@@ -10,5 +10,5 @@ struct TestRecord {
 };
 
 /*! Where two lists of records part, in one line; empty if they are the same, and every number of \a actual is within
- * half a unit of the last of its \a decimals decimals. */
+ *  half a unit of the last of its \a decimals decimals. */
 QString GetDifference(const QList<TestRecord>& actual, const QList<TestRecord>& expected, int decimals);

@@ -8,7 +8,7 @@
 class CheckFile;
 
 /*! Takes one line apart, from its left. From the first place on that isn't as expected it takes nothing more, leaves
- * the values that it should fill as they are, and knows what was expected there and what stands there. */
+ *  the values that it should fill as they are, and knows what was expected there and what stands there. */
 class CheckCursor
 {
 public:

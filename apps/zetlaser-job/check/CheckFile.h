@@ -117,7 +117,7 @@ struct CheckGroup {
 /*! What one file holds, as a reader of its format found it, and what was found wrong with it on the way.
  *
  *  Everything lies in flat lists in the order of the file and refers to its group by index, so that neither a deep nor
- * a wide file costs more than a small multiple of its bytes. Lengths are in the file's unit.
+ *  a wide file costs more than a small multiple of its bytes. Lengths are in the file's unit.
  *
  *  Readers fill it with the functions below; a reader that meets a wrong line adds a finding and goes on where it can.
  */
@@ -164,10 +164,10 @@ public:
     /*! Ends the innermost group; false if none is open. */
     bool EndGroup(int line);
     /*! Ends the innermost group of \a kind, which must be called \a name if the format names it at its end. Groups
-     * within it that are open still, and an end without a begin, are errors; \a found is the line for the message. */
+     *  within it that are open still, and an end without a begin, are errors; \a found is the line for the message. */
     void EndGroup(int line, CheckGroup::Kind kind, const std::optional<QString>& name, QByteArrayView found);
     /*! Ends, each with an error, the groups that are open within \a last: at the end of the data, or where something
-     * begins that can't stand within them. */
+     *  begins that can't stand within them. */
     void EndUnended(int line, int last, QByteArrayView found);
     /*! Begins a curve of the open group; AddPoint adds to the last one that was begun. */
     CheckCurve& BeginCurve(CheckCurveKind kind, const QString& name, int line);

@@ -288,7 +288,7 @@ private:
     }
 
     /*! Within a cell of space the normals of all plies should go to one side. A ply whose normals go against those of
-     * the others in nearly all cells that it shares with them lies with its back to them. */
+     *  the others in nearly all cells that it shares with them lies with its back to them. */
     void CheckSides()
     {
         if (!hasNormals)

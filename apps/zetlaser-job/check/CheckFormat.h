@@ -12,7 +12,7 @@
 /*! A kind of file that can be read back: a row that type, name, recognition and reader are looked up in.
  *
  *  The readers share nothing with the writers, so that one misunderstanding can't stand on both sides. They take bytes
- * from anywhere: whatever these are, a reader returns, and takes no more memory than a small multiple of their number.
+ *  from anywhere: whatever these are, a reader returns, and takes no more memory than a small multiple of their number.
  */
 struct CheckFormat {
     /*! As "--type" of the tool names it: "virtek". Several for makes whose files are the same to the byte. A file that
@@ -22,7 +22,7 @@ struct CheckFormat {
     /*! Extensions, in small letters with the dot. */
     QStringList extensions;
     /*! The content is of this kind, however broken; \a bytes are the whole file. Only for what can be told apart from
-     * all others by its first lines: the name of the file decides otherwise. */
+     *  all others by its first lines: the name of the file decides otherwise. */
     bool (*isAlike)(QByteArrayView bytes) = nullptr;
     void (*read)(QByteArrayView bytes, const CheckKnownTexts& known, CheckFile& file) = nullptr;
     /*! Path of the file that goes with the part file at \a path (calibration, targets, tool); null if there is none. */

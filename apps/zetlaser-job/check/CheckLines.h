@@ -9,7 +9,7 @@
 #include <span>
 
 /*! What is known of a file beforehand, from the tree that it was written of. Names and texts go into line formats as
- * they stand, so one with line ends can't be told from further lines, and a literal is any text at all: the user's own
+ *  they stand, so one with line ends can't be told from further lines, and a literal is any text at all: the user's own
  *  records. Where one of these stands in the file, it is taken whole. Empty for a file from elsewhere. */
 struct CheckKnownTexts {
     QList<QByteArray> withLineEnds; //!< names and texts that hold LF or CR
@@ -38,8 +38,8 @@ public:
     /*! True, and steps over it, if the current line is \a line. */
     bool TakeIf(QByteArrayView line);
     /*! What stands behind \a keyword at the begin of the current line, and steps over it: the rest of the line, or a
-     * known text with line ends that stands there. Nothing if the line begins otherwise. An empty keyword fits each
-     * line but the end of the file. */
+     *  known text with line ends that stands there. Nothing if the line begins otherwise. An empty keyword fits each
+     *  line but the end of the file. */
     std::optional<QString> TakeText(QByteArrayView keyword);
     /*! The same for text between \a keyword and \a ending, such as a quote. */
     std::optional<QString> TakeText(QByteArrayView keyword, QByteArrayView ending);

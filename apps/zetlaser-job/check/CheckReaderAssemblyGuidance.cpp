@@ -18,7 +18,7 @@ constexpr QByteArrayView textKeyword = "$*LASERTEXT ";
 constexpr QByteArrayView pointKeyword = "GOTO        ";
 
 /*! Part files of Assembly Guidance and Aligned Vision. Nothing ends a group but the next one, and a ply with sub-plies
- * is a line without content ahead of them, so that both stand side by side. */
+ *  is a line without content ahead of them, so that both stand side by side. */
 class AssemblyGuidanceReader
 {
 public:

@@ -15,7 +15,7 @@ constexpr std::array<QByteArrayView, 7> headKeywords{
 constexpr std::array<QByteArrayView, 5> bodyKeywords{"LAYER_", "GROUP_", "ENTITY_", "DRAWING_END", "PROJECTION_END"};
 
 /*! A projection file: layers, in them groups, in them entities, and in these the points. It knows no plies, so a group
- * is what the operator sees as one step. */
+ *  is what the operator sees as one step. */
 class LapReader
 {
 public:

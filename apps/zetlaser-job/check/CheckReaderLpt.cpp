@@ -412,7 +412,7 @@ private:
     }
 
     /*! The user's own texts up to where \a isEnd holds, which isn't taken; false, and takes nothing, if an element or
-     * the end of the file comes first. */
+     *  the end of the file comes first. */
     bool ReadLiteralsUpTo(bool (*isEnd)(const CheckLines& lines))
     {
         CheckLines ahead = lines;

@@ -31,7 +31,7 @@ std::optional<NLine> ReadNLine(QByteArrayView line)
 }
 
 /*! Plain output has brackets for groups, contours and curves and tells of a ply only at its end that it was one;
- * nesting output has none, but a head for each ply. */
+ *  nesting output has none, but a head for each ply. */
 class NLineReader
 {
 public:

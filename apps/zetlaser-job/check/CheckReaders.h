@@ -5,7 +5,7 @@
 #include <vector>
 
 /*! One function for each family of formats, which returns its rows of CheckFormats: the part file first, then what
- * stands beside it. Each family is a file of its own, CheckReaderVirtek.cpp and so on. */
+ *  stands beside it. Each family is a file of its own, CheckReaderVirtek.cpp and so on. */
 namespace CheckReaders
 {
 std::vector<CheckFormat> GetVirtek();

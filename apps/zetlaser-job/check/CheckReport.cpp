@@ -116,7 +116,7 @@ void AddByteOrderMark(CheckedFile& file, QByteArrayView bytes)
 }
 
 /*! The formats leave the line ends to the system that writes them, which is LF here. So CR LF is no fault of a format,
- * but a file that has them was written elsewhere, or saved by an editor. */
+ *  but a file that has them was written elsewhere, or saved by an editor. */
 void AddLineEnds(CheckedFile& file, QByteArrayView bytes)
 {
     constexpr QByteArrayView lineEnd = "\r\n";

@@ -22,8 +22,8 @@ QStringList Dump(const CheckFile& file);
 QStringList DumpFindings(const CheckFile& file);
 
 /*! Cuts \a bytes behind each line, leaves each line out and puts a "%" ahead of each line, one at a time, and tells
- * what has no finding: "cut behind 3", "without 5: note", "wrong 5: note". Only texts that may be anything should be
- * told. */
+ *  what has no finding: "cut behind 3", "without 5: note", "wrong 5: note". Only texts that may be anything should be
+ *  told. */
 QStringList FindSilentDamage(const QString& type, const QByteArray& bytes);
 
 /*! \a bytes with the first \a before replaced. Ends the test program if there is none. */
