@@ -1,6 +1,7 @@
 #include "display/ZETLaserRenderer.h"
 
 #include "features/ZETLaser3DText.h"
+#include "features/ZETLaserModelTree.h"
 #include "features/ZETLaserParameterProvider.h"
 #include "laser/ZETLaserContour.h"
 #include "laser/ZETLaserCurve.h"
@@ -10,7 +11,6 @@
 
 #include <ZETComposites/ZETCompPlyBase.h>
 #include <ZETComposites/ZETCompRoot.h>
-#include <ZETFeature/ZETFeatContainer.h>
 #include <ZETMathematics/ZETMathPlane.h>
 #include <ZETMathematics/ZETMathSetOfPoints.h>
 #include <ZETVisualization/ZETVisEnvironment.h>
@@ -157,17 +157,11 @@ const ZETCompPlyBase* GetPly(const ZETLaserGroup& group)
     auto* ply = group.property(Properties::ply).value<ZETCompPlyBase*>();
     return ply ? ply : group.property(Properties::subPly).value<ZETCompPlyBase*>();
 }
-
-const ZETFeatContainer* GetContainer(const ZETLaserOptions& options)
-{
-    const QPointer<ZETCompRoot> root = options.GetCompRoot();
-    return root ? qobject_cast<const ZETFeatContainer*>(root->GetContainer()) : nullptr;
-}
 } // namespace
 
 ZETLaserRenderer::ZETLaserRenderer(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot)
     : options(jobOptions)
-    , parameterProvider(std::make_unique<ZETLaserParameterProvider>(GetContainer(*jobOptions)))
+    , parameterProvider(std::make_unique<ZETLaserParameterProvider>(FindContainer(jobOptions->GetCompRoot())))
     , root(treeRoot)
 {
 }

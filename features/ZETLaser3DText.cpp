@@ -2,6 +2,7 @@
 
 #include "features/ZETLaser3DText_p.h"
 #include "features/ZETLaserFeature.h"
+#include "features/ZETLaserModelTree.h"
 
 #include <algorithm>
 
@@ -15,7 +16,7 @@ const QByteArray ZETLaser3DText::Property_text = QByteArrayLiteral("text");
 const QByteArray ZETLaser3DText::Property_size = QByteArrayLiteral("size");
 
 ZETLaser3DText::ZETLaser3DText(std::unique_ptr<ZETLaser3DTextPrivate> newRecord, ZETFeatObject* parent)
-    : ZETFeatObject(ZETLaserFeature::GetContainer(parent), parent)
+    : ZETFeatObject(FindContainer(parent), parent)
     , record(std::move(newRecord))
 {
     record->MakeProperties(this);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <ZETFeature/ZETFeatContainer.h>
 #include <ZETFeature/ZETFeatObject.h>
 #include <ZETFeature/ZETFeatValueProperty.h>
 #include <ZETGeometry/ZETGeoContainer.h>
@@ -16,12 +15,6 @@
 /*! What all features of the library do in the same way: set a property, and carry it through a stream. */
 namespace ZETLaserFeature
 {
-/*! The container in which a new child of \a parent stands. */
-inline ZETFeatContainer* GetContainer(const ZETFeatObject* parent)
-{
-    return qobject_cast<ZETFeatContainer*>(parent->GetContainer());
-}
-
 /*! Sets \a property and tells its listeners; nothing happens if it has the value already. The value that a property
  *  without a default gets is also what it goes back to. */
 template <typename T>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <ZETComposites/ZETCompPly.h>
+#include <ZETFeature/ZETFeatContainer.h>
 #include <ZETFeature/ZETFeatObject.h>
 #include <ZETTopology/ZETTopBody.h>
 #include <ZETTopology/ZETTopVertex.h>
@@ -38,6 +40,18 @@ QList<T*> FindDescendants(const ZETFeatObject* top)
             found.append(cast);
     }
     return found;
+}
+
+/*! The container that holds \a feature, which may be null; null if there is none. */
+inline ZETFeatContainer* FindContainer(const ZETFeatObject* feature)
+{
+    return feature ? qobject_cast<ZETFeatContainer*>(feature->GetContainer()) : nullptr;
+}
+
+/*! The material of \a ply: the first of its materials, which may be null; null without any. */
+inline ZETMatMaterial* GetMaterial(const ZETCompPly& ply)
+{
+    return ply.GetMaterials().value(0);
 }
 
 /*! The first vertex of \a body, which may be null; null if there is none. */

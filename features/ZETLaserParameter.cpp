@@ -1,13 +1,14 @@
 #include "features/ZETLaserParameter.h"
 
 #include "features/ZETLaserFeature.h"
+#include "features/ZETLaserModelTree.h"
 #include "features/ZETLaserParameter_p.h"
 
 const QByteArray ZETLaserParameter::Property_type = QByteArrayLiteral("type");
 const QByteArray ZETLaserParameter::Property_text = QByteArrayLiteral("text");
 
 ZETLaserParameter::ZETLaserParameter(ZETFeatObject* parent)
-    : ZETFeatObject(ZETLaserFeature::GetContainer(parent), parent)
+    : ZETFeatObject(FindContainer(parent), parent)
     , record(std::make_unique<ZETLaserParameterPrivate>(this))
 {
 }

@@ -79,14 +79,8 @@ struct Place {
 
 QString GetSourcePath(const ZETCompRoot& root)
 {
-    const auto* container = qobject_cast<const ZETFeatContainer*>(root.GetContainer());
+    const ZETFeatContainer* container = FindContainer(&root);
     return container ? ZETSysUrlUtility::GetFilePathFromURL(container->GetProviderUrl()) : QString();
-}
-
-/*! The material of \a ply: the first of its list; null without any. */
-ZETMatMaterial* GetMaterial(const ZETCompPly& ply)
-{
-    return ply.GetMaterials().value(0);
 }
 
 /*! The direction in degrees. QString::number knows no locale, so the text is the same for every user. */

@@ -1,6 +1,7 @@
 #include "features/ZETLaserProjector.h"
 
 #include "features/ZETLaserFeature.h"
+#include "features/ZETLaserModelTree.h"
 #include "features/ZETLaserProjector_p.h"
 
 const QByteArray ZETLaserProjector::Property_comment = QByteArrayLiteral("comment");
@@ -13,7 +14,7 @@ ZETLaserProjector::ZETLaserProjector(ZETGeoContainer* container, const ZETGeoGeo
 }
 
 ZETLaserProjector::ZETLaserProjector(ZETFeatObject* parent)
-    : ZETFeatObject(ZETLaserFeature::GetContainer(parent), parent)
+    : ZETFeatObject(FindContainer(parent), parent)
     , record(std::make_unique<ZETLaserProjectorPrivate>(this))
 {
 }

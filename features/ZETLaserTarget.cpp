@@ -17,7 +17,7 @@ ZETLaserTarget::ZETLaserTarget(ZETGeoContainer* container, const ZETGeoGeometryR
 }
 
 ZETLaserTarget::ZETLaserTarget(ZETFeatObject* parent)
-    : ZETFeatObject(ZETLaserFeature::GetContainer(parent), parent)
+    : ZETFeatObject(FindContainer(parent), parent)
     , record(std::make_unique<ZETLaserTargetPrivate>(this))
 {
 }

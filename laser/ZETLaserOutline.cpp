@@ -1,6 +1,7 @@
 #include "laser/ZETLaserOutline.h"
 
 #include "features/ZETLaser3DText.h"
+#include "features/ZETLaserModelTree.h"
 #include "features/ZETLaserParameter.h"
 #include "features/ZETLaserParameterProvider.h"
 #include "laser/ZETLaserChildren.h"
@@ -13,7 +14,6 @@
 
 #include <ZETComposites/ZETCompPlyBase.h>
 #include <ZETComposites/ZETCompRoot.h>
-#include <ZETFeature/ZETFeatContainer.h>
 #include <ZETMaterial/ZETMatMaterial.h>
 
 #include <QVariant>
@@ -75,7 +75,7 @@ class OutlineMaker
 {
 public:
     explicit OutlineMaker(const ZETCompRoot* model)
-        : provider(model ? qobject_cast<ZETFeatContainer*>(model->GetContainer()) : nullptr)
+        : provider(FindContainer(model))
     {
     }
 

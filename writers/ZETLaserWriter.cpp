@@ -17,7 +17,6 @@
 #include <ZETComposites/ZETCompPlyBase.h>
 #include <ZETComposites/ZETCompRoot.h>
 #include <ZETComposites/ZETCompRosette.h>
-#include <ZETFeature/ZETFeatContainer.h>
 
 #include <QPointer>
 #include <QVariant>
@@ -29,11 +28,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace
 {
 constexpr double inchesPerMillimetre = 1.0 / 25.4;
-
-ZETFeatContainer* ContainerOf(const ZETCompRoot* modelRoot)
-{
-    return modelRoot ? qobject_cast<ZETFeatContainer*>(modelRoot->GetContainer()) : nullptr;
-}
 } // namespace
 
 ZETLaserWriter::ZETLaserWriter(ZETLaserOptions* jobOptions, QSharedPointer<ZETLaserGroup> treeRoot)
@@ -45,7 +39,7 @@ ZETLaserWriter::ZETLaserWriter(ZETLaserOptions* jobOptions, QSharedPointer<ZETLa
     // An axis system of the options is a rosette: whoever fills the options sees to that.
     if (const auto axisSystem = options->GetAxisSystem())
         outputAxis = static_cast<const ZETCompRosette*>(axisSystem.data())->GetAxis();
-    parameterProvider = std::make_unique<ZETLaserParameterProvider>(ContainerOf(options->GetCompRoot()));
+    parameterProvider = std::make_unique<ZETLaserParameterProvider>(FindContainer(options->GetCompRoot()));
 }
 
 ZETLaserWriter::~ZETLaserWriter() = default;

@@ -24,7 +24,6 @@
 #include <ZETComposites/ZETCompSequence.h>
 #include <ZETComposites/ZETCompStrategy.h>
 #include <ZETComposites/ZETCompSubPly.h>
-#include <ZETFeature/ZETFeatContainer.h>
 #include <ZETFeature/ZETFeatRoot.h>
 #include <ZETMaterial/ZETMatDefinition.h>
 #include <ZETMaterial/ZETMatMaterial.h>
@@ -49,13 +48,6 @@ constexpr int rosetteLayer = 4; //!< whatever the settings say
 QString MakeSafe(const QString& name)
 {
     return ZETSysFileUtilities::CreateSafeFilename(name, u'_', u"."_s);
-}
-
-/*! The material of \a ply: the first of its materials, which may be null; null without any. */
-ZETMatMaterial* MaterialOf(const ZETCompPly& ply)
-{
-    const auto materials = ply.GetMaterials();
-    return materials.isEmpty() ? nullptr : materials.first();
 }
 
 /*! \a material with all its properties, as a host takes it over; empty if it is null. */
@@ -180,7 +172,7 @@ void ZETLaserWriterDXF::WritePlyFile(ZETCompPlyBase* entry)
     if (!ply || ply->GetMaterials().isEmpty())
         return; // nothing to cut it from
 
-    const ZETLaserParameterProvider provider(qobject_cast<ZETFeatContainer*>(layup->GetContainer()));
+    const ZETLaserParameterProvider provider(FindContainer(layup));
     const QString shapeName = GetShapeName(provider, entry, *ply);
     const QString safeName = MakeSafe(shapeName);
     AddNotUniqueMessages(safeName);
@@ -191,7 +183,7 @@ void ZETLaserWriterDXF::WritePlyFile(ZETCompPlyBase* entry)
     WriteLabel(root->GetName(), textPoint, 1);
     WriteLabel(shapeName, textPoint, 0);
     // The name is that of the ply's own material, whatever the shape is cut from.
-    auto* material = MaterialOf(*ply);
+    auto* material = GetMaterial(*ply);
     WriteLabel(material ? GetMaterialName(*material) : tr("unknown material"), textPoint, -1);
     WriteTree(nullptr, entry);
     EndFile();
@@ -272,7 +264,7 @@ ZETCompPlyBase* ZETLaserWriterDXF::FindPlyOfMaterial(const ZETMatMaterial* mater
 {
     for (auto* entry : plies) {
         const auto* ply = FindSelfOrAncestor<ZETCompPly>(*entry);
-        if (ply && MaterialOf(*ply) && MaterialOf(*ply) == material)
+        if (ply && GetMaterial(*ply) && GetMaterial(*ply) == material)
             return entry; // the sub-ply itself, where it is one
     }
     return nullptr;
@@ -310,10 +302,10 @@ ZETMatMaterial* ZETLaserWriterDXF::FindMaterialOfShape(const ZETLaserParameterPr
             if (const auto* packaging = strategy->GetPackaging())
                 material = qobject_cast<ZETMatMaterial*>(packaging->GetParent());
         } else if (const auto* ancestor = FindAncestor<ZETCompPly>(*contour)) {
-            material = MaterialOf(*ancestor);
+            material = GetMaterial(*ancestor);
         }
     }
-    return material ? material : MaterialOf(ply);
+    return material ? material : GetMaterial(ply);
 }
 
 void ZETLaserWriterDXF::AddNotUniqueMessages(const QString& name)
