@@ -2,6 +2,8 @@
 
 #include "CheckLines.h"
 
+#include <QRegularExpression>
+
 using namespace Qt::Literals::StringLiterals;
 
 CheckCurveKind GetCurveKindByName(const QString& name)
@@ -10,7 +12,9 @@ CheckCurveKind GetCurveKindByName(const QString& name)
         return CheckCurveKind::Rosette;
     if (name.endsWith(u"Seedcurve"_s))
         return CheckCurveKind::SeedCurve;
-    if (name.contains(u" boundary "_s) || name.contains(u" flat contour "_s))
+    // A curve of extra geometry is called by any label, with the word contour and its number behind.
+    static const QRegularExpression numbered(u" (boundary|flat contour) [0-9]+$"_s);
+    if (numbered.match(name).hasMatch())
         return CheckCurveKind::Boundary;
     return CheckCurveKind::Other;
 }

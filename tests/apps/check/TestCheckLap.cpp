@@ -13,6 +13,7 @@ class TestCheckLap : public QObject
 
 private slots:
     void readsEachRecord();
+    void tellsKindsOfCurvesByTheEndsOfTheirNames();
     void readsTextsWithLineEndsThatAreKnown();
     void tellsWhatIsWrong_data();
     void tellsWhatIsWrong();
@@ -59,6 +60,19 @@ void TestCheckLap::readsEachRecord()
                           u"18 point 3 0 0.125"_s, u"20 end P1"_s, u"21 literal # raw"_s, u"22 end S1"_s, u"23 ply "_s,
                           u"25 curve rosette P2-Rosette: 0 points"_s, u"28 curve seedcurve P2-Seedcurve: 0 points"_s,
                           u"31 curve other Line: 0 points"_s, u"34 end "_s}));
+}
+
+void TestCheckLap::tellsKindsOfCurvesByTheEndsOfTheirNames()
+{
+    const QList<QPair<QByteArray, QString>> names{{"P1 boundary 12", u"boundary"_s},
+                                                  {"P1 flat contour 1", u"boundary"_s},
+                                                  {"at P1 boundary 2 contour 1", u"other"_s},
+                                                  {"no flat contour here contour 1", u"other"_s},
+                                                  {"P1 boundary x", u"other"_s}};
+    for (const auto& [name, kind] : names) {
+        const CheckFile file = ReadChecked(u"lap"_s, head + QByteArray(group).replace("P1 boundary 1", name) + end);
+        QVERIFY(Dump(file).contains(u"13 curve %1 %2: 2 points"_s.arg(kind, QString::fromUtf8(name))));
+    }
 }
 
 void TestCheckLap::readsTextsWithLineEndsThatAreKnown()
