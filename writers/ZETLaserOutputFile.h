@@ -23,7 +23,9 @@ protected:
     qint64 writeData(const char* data, qint64 size) override;
 
 private:
-    void NoteFault();
+    /*! Why the write that failed just now did so. */
+    QString GetReasonOfWrite() const;
+    void NoteFault(const QString& reason);
 
     Faults& faults;
 };

@@ -200,11 +200,10 @@ void JobOutput::NameFinalToolFolder() const
         if (!name.endsWith(u"-report.htm"_s))
             continue;
         QFile file(partPlace->GetPath() + u'/' + name);
-        file.open(QIODevice::ReadWrite);
-        const QByteArray report =
-            file.readAll().replace(toolPlace->GetPath().toUtf8(), toolPlace->GetFinalPath(QString()).toUtf8());
-        if (!file.resize(0) || file.write(report) != report.size() || !file.flush())
+        if (!file.open(QIODevice::ReadOnly))
             throw JobError(JobExit::CannotWrite, Translate("can't write %1: %2").arg(name, file.errorString()));
+        partPlace->WriteFile(
+            name, file.readAll().replace(toolPlace->GetPath().toUtf8(), toolPlace->GetFinalPath(QString()).toUtf8()));
     }
 }
 
