@@ -29,7 +29,7 @@ namespace
 const QString folderPrefix = u".zetlaser-job-"_s;
 const QString previousFolder = u".previous"_s;
 const QString lockName = u".lock"_s;
-constexpr qsizetype probeSize = 1 << 16; // more than one block of any file system that is in use
+constexpr qsizetype blockSize = 1 << 16; // more than one block of any file system that is in use
 
 /*! Held while files are moved, and by the thread that ends an interrupted program. */
 QRecursiveMutex& GetCommitMutex()
@@ -118,6 +118,29 @@ int WriteAll(const Descriptor& file, const QByteArray& content)
     return 0;
 }
 
+/*! Copies a file with its permissions: 0 or the error. */
+int CopyFile(const QString& from, const QString& to)
+{
+    const Descriptor source(from, O_RDONLY);
+    struct stat status {
+    };
+    if (!source.IsOpen() || fstat(source.Get(), &status) != 0)
+        return errno;
+    const Descriptor target(to, O_WRONLY | O_CREAT | O_TRUNC);
+    if (!target.IsOpen() || fchmod(target.Get(), status.st_mode & 07777) != 0)
+        return errno;
+    QByteArray block(blockSize, Qt::Uninitialized);
+    for (;;) {
+        const ssize_t count = read(source.Get(), block.data(), static_cast<std::size_t>(block.size()));
+        if (count == 0)
+            return fsync(target.Get()) == 0 ? 0 : errno;
+        if (count < 0 && errno != EINTR)
+            return errno;
+        if (const int error = count > 0 ? WriteAll(target, block.first(count)) : 0)
+            return error;
+    }
+}
+
 /*! Writes, syncs and removes a file: 0 or the error. */
 int WriteProbe(const QString& file)
 {
@@ -126,7 +149,7 @@ int WriteProbe(const QString& file)
         const Descriptor probe(file, O_WRONLY | O_CREAT | O_TRUNC);
         if (!probe.IsOpen())
             return errno;
-        error = WriteAll(probe, QByteArray(probeSize, '\0'));
+        error = WriteAll(probe, QByteArray(blockSize, '\0'));
         if (error == 0 && fsync(probe.Get()) != 0)
             error = errno;
     }
@@ -279,7 +302,7 @@ int JobStaging::KeepPrevious(const QString& name) const
     const QByteArray from = QFile::encodeName(GetFinalPath(name));
     if (link(from.constData(), QFile::encodeName(previous).constData()) == 0 || errno == ENOENT)
         return 0;
-    return QFile::copy(GetFinalPath(name), previous) ? 0 : EIO; // a file system without second names
+    return CopyFile(GetFinalPath(name), previous); // a file system without second names
 }
 
 int JobStaging::MoveOver(const QString& name) const

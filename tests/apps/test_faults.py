@@ -8,6 +8,7 @@ import errno
 import os
 import random
 import re
+import resource
 import shutil
 import signal
 import subprocess
@@ -151,6 +152,19 @@ class Calls(FaultTest):
         (self.folder / "tools").mkdir()
         self.try_all(["rename", "link"], errno.EPERM, PANEL, "--type", "lpt", "--output", "part.XML",
                      "--use-specific-path-for-laser-file", "--target-file-path", "tools")
+
+    def test_a_previous_file_that_can_be_neither_linked_nor_copied_is_told_with_the_reason(self):
+        self.make_reference(*VIRTEK)
+        self.put_previous()
+        large = b"previous\n" * 100000
+        (self.folder / "panel.ply").write_bytes(large)
+        limit = lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (500000, 500000))
+        result = self.run_tool(*self.arguments, env=self.environment("link", ALL, errno.EPERM), preexec_fn=limit)
+        self.expect(result, 4, "panel.ply: File too large\n")
+        self.assertEqual((self.folder / "panel.ply").read_bytes(), large)
+        (self.folder / "panel.ply").write_bytes(self.get_previous(self.folder / "panel.ply"))
+        self.check_all_previous()
+        self.assertEqual(self.left_folders(), [])
 
     def test_what_cannot_be_taken_back_is_told(self):
         self.make_reference(*VIRTEK)
