@@ -462,6 +462,7 @@ JobSettings ReadSettings(const ZETOpenJsonValue& object, const QDir& folder, con
     }
     return settings;
 }
+
 /*! By the key of a setting, that of the switch without which it has no effect. */
 const QHash<QString, QString>& GetNeededSwitches()
 {

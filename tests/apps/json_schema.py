@@ -4,7 +4,7 @@ import re
 
 KNOWN = {"$ref", "$schema", "title", "description", "type", "enum", "const", "properties", "required", "additionalProperties",
          "$defs", "items", "minItems", "maxItems", "minLength", "minimum", "exclusiveMinimum", "oneOf", "anyOf", "allOf",
-         "pattern"}
+         "not", "pattern"}
 TYPES = {"object": (dict,), "array": (list,), "string": (str,), "boolean": (bool,), "number": (int, float), "integer": (int,),
          "null": (type(None),)}
 
@@ -17,7 +17,7 @@ def check(value, schema, path):
 def _check(value, rule, root, path):
     assert set(rule) <= KNOWN, f"the schema has words that aren't checked: {set(rule) - KNOWN}"
     if "$ref" in rule:
-        _check(value, root["$defs"][rule["$ref"].removeprefix("#/$defs/")], root, path)
+        _check(value, root if rule["$ref"] == "#" else root["$defs"][rule["$ref"].removeprefix("#/$defs/")], root, path)
     if "type" in rule:
         names = rule["type"] if isinstance(rule["type"], list) else [rule["type"]]
         assert any(_is_of(value, name) for name in names), f"{path}: {value!r} is no {names}"
@@ -38,6 +38,7 @@ def _check(value, rule, root, path):
     for word, fits in (("oneOf", lambda n: n == 1), ("anyOf", lambda n: n >= 1), ("allOf", lambda n: n == len(rule["allOf"]))):
         if word in rule:
             assert fits(sum(_matches(value, part, root, path) for part in rule[word])), f"{path}: {word}"
+    assert "not" not in rule or not _matches(value, rule["not"], root, path), f"{path}: not"
 
 
 def _check_object(value, rule, root, path):

@@ -628,21 +628,35 @@ class Documents(ToolTest):
 
 
 class Schema(ToolTest):
-    def test_the_examples_follow_the_schema(self):
-        schema = json.loads((SOURCE / "schema" / "layup.schema.json").read_text(encoding="utf-8"))
-        for path in (PANEL, BLADE):
-            json_schema.check(json.loads(path.read_text(encoding="utf-8")), schema, path.name)
+    def read(self, path):
+        return json.loads((SOURCE / path).read_text(encoding="utf-8"))
 
-    def test_the_check_finds_faults(self):
-        schema = json.loads((SOURCE / "schema" / "layup.schema.json").read_text(encoding="utf-8"))
-        panel = json.loads(PANEL.read_text(encoding="utf-8"))
-        for change in (lambda p: p.update(units="km"), lambda p: p["targets"][0].update(at=[1, 2]),
-                       lambda p: p["layups"][1]["children"][0]["children"][0].update(angle=3), lambda p: p.pop("format"),
-                       lambda p: p["surfaces"][0].update(sphere={"radius": 1})):
-            broken = json.loads(json.dumps(panel))
+    def check_faults(self, schema, whole, changes):
+        """Each change makes a document that the schema refuses of one that it takes."""
+        json_schema.check(whole, schema, "whole")
+        for change in changes:
+            broken = json.loads(json.dumps(whole))
             change(broken)
-            with self.assertRaises(AssertionError):
+            with self.assertRaises(AssertionError, msg=broken):
                 json_schema.check(broken, schema, "broken")
+
+    def test_the_examples_follow_the_schema(self):
+        schema = self.read("schema/layup.schema.json")
+        for path in (PANEL, BLADE):
+            json_schema.check(self.read(path), schema, path.name)
+
+    def test_the_schema_of_settings_takes_the_example_and_finds_faults(self):
+        self.check_faults(self.read("schema/settings.schema.json"), self.read("examples/blade/makes.settings.json"), [
+            lambda s: s.update(outputs=[]), lambda s: s.update(unit="mm"), lambda s: s.update(maxLength=-1),
+            lambda s: s["outputs"][0].update(type="vitrek"), lambda s: s["outputs"][1].update(unit="mm"),
+            lambda s: s["outputs"][2].update(plies=[]), lambda s: s["outputs"][3].update({"$schema": "x"}),
+            lambda s: s["outputs"][4].update(outputs=[{"type": "virtek"}])])
+
+    def test_the_schema_of_layups_finds_faults(self):
+        self.check_faults(self.read("schema/layup.schema.json"), self.read(PANEL), [
+            lambda p: p.update(units="km"), lambda p: p["targets"][0].update(at=[1, 2]),
+            lambda p: p["layups"][1]["children"][0]["children"][0].update(angle=3), lambda p: p.pop("format"),
+            lambda p: p["surfaces"][0].update(sphere={"radius": 1})])
 
 
 if __name__ == "__main__":

@@ -45,6 +45,16 @@ foreach(document IN ITEMS man/man1/zetlaser-job.1 bash-completion/completions/ze
     endif()
 endforeach()
 
+file(GLOB schemas RELATIVE "${SOURCE}/schema" "${SOURCE}/schema/*")
+if(NOT schemas)
+    message(FATAL_ERROR "there are no schemas in ${SOURCE}/schema")
+endif()
+foreach(schema IN LISTS schemas)
+    if(NOT EXISTS "${here}/prefix/share/zetlaser/schema/${schema}")
+        message(FATAL_ERROR "${schema} isn't installed")
+    endif()
+endforeach()
+
 run("configure the consumer" ${CMAKE_COMMAND} -S "${SOURCE}/tests/consumer" -B "${here}/consumer" ${settings})
 run("build the consumer" ${CMAKE_COMMAND} --build "${here}/consumer" --config "${CONFIG}")
 run("run the consumer" "${here}/consumer/consumer")
