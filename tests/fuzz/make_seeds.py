@@ -80,12 +80,15 @@ def make_ply_lists():
 
 
 def make_dictionary():
-    """The words of all formats: keys, words in quotes of the readers of check."""
+    """The words of all formats: keys, and the words in quotes of the readers of check that no message is made of."""
     words = set()
     for schema in (SOURCE / "schema").glob("*.json"):
         words |= set(re.findall(r'"([\w$-]+)"', schema.read_text(encoding="utf-8")))
     for reader in (SOURCE / "apps" / "zetlaser-job" / "check").glob("CheckReader*.cpp"):
-        words |= set(re.findall(r'"([^"\\%\n]{1,40})"', reader.read_text(encoding="utf-8")))
+        text = re.sub(r"//.*|'\"'", "", reader.read_text(encoding="utf-8"))
+        text = re.sub(r'\btr\((?:\s*"(?:[^"\\]|\\.)*")+', "", text)
+        literals = re.findall(r'"((?:[^"\\\n]|\\.)*)"', text)
+        words |= {literal for literal in literals if re.fullmatch(r"[^\\%]{1,40}", literal) and not literal.endswith(".h")}
     (pathlib.Path(FOLDER) / "words.dict").write_text("".join(f'"{word}"\n' for word in sorted(words) if word.isascii()))
 
 
