@@ -2,6 +2,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <optional>
@@ -36,6 +37,7 @@ public:
     void ReportRuns(const std::vector<Run>& runs) override
     {
         for (const Run& run : runs) {
+            hasFault |= run.error_occurred && run.error_message.rfind("skipped: ", 0) != 0;
             if (run.run_type != Run::RT_Iteration || run.error_occurred)
                 continue;
             const auto [at, isNew] = times.emplace(GetName(run), run.GetAdjustedRealTime());
@@ -46,6 +48,8 @@ public:
         }
         ConsoleReporter::ReportRuns(runs);
     }
+
+    bool HasFault() const { return hasFault; }
 
     std::optional<double> GetResult(const Want& want) const
     {
@@ -68,6 +72,7 @@ private:
         return at != values.end() ? std::optional(at->second) : std::nullopt;
     }
 
+    bool hasFault = false;
     std::map<std::string, double> times; //!< in the unit of the benchmark, which is nanoseconds for all
     std::map<std::string, double> counters;
 };
@@ -110,5 +115,5 @@ int main(int argc, char** argv)
     Recorder recorder;
     benchmark::RunSpecifiedBenchmarks(&recorder);
     PrintTable(recorder);
-    return 0;
+    return recorder.HasFault() ? 1 : 0;
 }
