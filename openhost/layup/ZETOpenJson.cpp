@@ -373,8 +373,24 @@ void ZETOpenJsonDocument::Parse()
     }
     if (isValid)
         return;
+    CheckBegin();
     const SyntaxError error = TakeFirstError(report);
     throw ZETOpenJsonError(file, error.line, QString(), error.text);
+}
+
+// What isn't JSON at all is most often another file of the part, which is known by its first line.
+void ZETOpenJsonDocument::CheckBegin() const
+{
+    constexpr qsizetype shownLength = 40;
+    const QByteArray text = bytes.trimmed();
+    if (text.isEmpty())
+        throw ZETOpenJsonError(file, 1, QString(), Text::tr("no valid JSON: the file is empty"));
+    if (text.startsWith('{') || text.startsWith('['))
+        return;
+    const qsizetype line = bytes.first(bytes.indexOf(text.front())).count('\n') + 1;
+    const QString found = QString::fromUtf8(text.mid(0, text.indexOf('\n'))).simplified().left(shownLength);
+    throw ZETOpenJsonError(file, static_cast<int>(line), QString(),
+                           Text::tr("no valid JSON: expected \"{\", found \"%1\"").arg(found));
 }
 
 void ZETOpenJsonDocument::CheckEncoding() const

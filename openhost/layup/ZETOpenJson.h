@@ -122,6 +122,7 @@ private:
     friend class ZETOpenJsonValue;
     void Parse();
     void CheckEncoding() const;
+    void CheckBegin() const;
     void CountLines();
     int GetLineOfOffset(qsizetype offset) const;
 

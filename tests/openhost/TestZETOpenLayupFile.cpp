@@ -433,8 +433,10 @@ void TestZETOpenLayupFile::tellsSyntaxErrors_data()
     row("infinity", "{\"a\":\n-Infinity}", 2, "*");
     row("too large a number", "{\"a\":\n1e999}", 2, "no valid JSON: '1e999' is not a number (column 1)");
     row("trailing comma", "{\"a\": 1,}", 1, "*");
-    row("comment", "// x\n{}", 1, "*");
-    row("empty", "", 1, "*");
+    row("comment", "// x\n{}", 1, "no valid JSON: expected \"{\", found \"// x\"");
+    row("empty", "", 1, "no valid JSON: the file is empty");
+    row("blanks alone", " \n\n", 1, "no valid JSON: the file is empty");
+    row("another file", "\n\nISO-10303-21;\nHEADER;\n", 3, "no valid JSON: expected \"{\", found \"ISO-10303-21;\"");
     row("ends too early", "{\"a\": [1, 2", 1, "*");
     row("no UTF-8", "{\n\"\xFF\": 1}", 2, "no valid UTF-8");
     row("nested too deeply", QByteArray(100000, '['), 0, "no valid JSON: nested too deeply");
