@@ -59,6 +59,9 @@ private:
 JobOutput::JobOutput(const JobSettings& jobSettings)
     : settings(jobSettings)
 {
+    // The default of this one isn't in the record of the job.
+    if (!settings.Has(u"check"_s))
+        settings.Set(u"check"_s, true);
 }
 
 JobOutput::~JobOutput() = default;
@@ -127,6 +130,7 @@ void JobOutput::Make(const JobInputs& inputs)
         ZETOpenComposites::SetActiveMfgConfiguration(*root, configuration);
     for (const QString& warning : JobTargets(*options).GetWarnings())
         JobConsole::Warn(warning);
+    WarnOfExtension();
     JobSteps::Read(*options);
     const JobThinning thinning(*options);
     for (const QString& warning : thinning.GetWarnings(*options))
@@ -157,6 +161,16 @@ QStringList JobOutput::GetFiles() const
     return paths;
 }
 
+/*! A projector doesn't find a file by another extension, and the type may be the one that isn't meant. The calibration
+ *  file is found even less: its name is that of the part file with other letters in the place of the last three. */
+void JobOutput::WarnOfExtension() const
+{
+    const QString extension = ZETLaserOptions::GetFileTypeExtensionString(options->GetFileType());
+    if (partPlace && !fileName.endsWith(extension, Qt::CaseInsensitive))
+        JobConsole::Warn(Translate("expected a file name that ends in \"%1\", as those of %2 do, found \"%3\"")
+                             .arg(extension, GetTypeName(), fileName));
+}
+
 void JobOutput::Write()
 {
     WriteFiles();
@@ -167,7 +181,7 @@ void JobOutput::Write()
     CheckWhole();
     if (partPlace->GetNames().isEmpty())
         throw JobError(JobExit::CannotWrite, Translate("can't write %1: no file came about").arg(fileName));
-    if (!settings.Has(u"check"_s) || settings.Get(u"check"_s).toBool())
+    if (settings.Get(u"check"_s).toBool())
         ReadBack();
 }
 

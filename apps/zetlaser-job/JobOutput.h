@@ -52,6 +52,7 @@ private:
     Q_DISABLE_COPY_MOVE(JobOutput)
     QString GetTypeName() const;
     QList<const JobStaging*> GetPlaces() const;
+    void WarnOfExtension() const;
     void Write();
     void WriteFiles();
     void NameFinalToolFolder() const;

@@ -64,7 +64,7 @@ JobCommand MakeWriteCommand()
         .examples =
             {{u"panel.layup.json --type virtek --output panel.ply"_s,
               Translate("Writes panel.ply, its calibration file panel.cal and the report panel.ply-report.htm.")},
-             {u"panel.layup.json --type lap --output plies.lap --units in --plies S1/P1,P2"_s,
+             {u"panel.layup.json --type lap --output plies.lpd --units in --plies S1/P1,P2"_s,
               Translate("Writes two of the plies, in inches.")},
              {u"panel.layup.json --settings virtek.json"_s, Translate("Takes type, output and all else from a file.")}},
         .exitCodes = GetJobExitCodes(),

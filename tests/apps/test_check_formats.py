@@ -5,12 +5,9 @@
 import json
 
 import json_schema
-from tool_test import BLADE, PANEL, SOURCE, ToolTest, main
+from tool_test import BLADE, EXTENSIONS, PANEL, SOURCE, ToolTest, main
 
 SCHEMA = json.loads((SOURCE / "schema" / "check.schema.json").read_text(encoding="utf-8"))
-EXTENSIONS = {"virtek": "ply", "lap": "lpd", "assembly-guidance": "PRT", "aligned-vision": "PRT", "lpt": "XML", "faro": "XML",
-              "sl": "sl", "general-scanning": "PRT", "quilmon": "CPD", "apt": "APT", "apt-2": "APT", "apt-sl": "APT",
-              "dxf": "DXF"}
 # The types with geometry, without the makes whose files are the same to the byte.
 FORMATS = ["virtek", "lap", "assembly-guidance", "lpt", "sl", "general-scanning", "quilmon", "dxf"]
 # Those with a file for the targets beside the part file.
@@ -208,6 +205,9 @@ class Cut(FormatsTest):
                 good = [cut for cut, document in documents.items()
                         if "error" not in document
                         and not any(finding["severity"] == "error" for finding in document["findings"])]
+                # What is known at the end of a ply only isn't told of one without an end.
+                told = [finding["text"] for document in documents.values() for finding in document.get("findings", [])]
+                self.assertEqual([text for text in told if "plies so far" in text], [])
                 # Nothing ends a calibration file, so one that ends behind the first projector, of four targets, is whole.
                 self.assertEqual(good, ["cut-5"] if kind == "calibration" else [])
 

@@ -12,7 +12,7 @@ import subprocess
 import sys
 
 import json_schema
-from tool_test import BLADE, PANEL, PROGRAM, SOURCE, ToolTest, main
+from tool_test import BLADE, EXTENSIONS, PANEL, PROGRAM, SOURCE, ToolTest, main
 
 SCHEMA = json.loads((SOURCE / "schema" / "summary.schema.json").read_text(encoding="utf-8"))
 FOUR = {"A": [0, 0, 0], "B": [1000, 0, 0], "C": [1000, 600, 0], "D": [0, 600, 0]}
@@ -42,7 +42,7 @@ class Targets(SummaryTest):
         """The warnings of targets, and the lines on projectors in the result. That a projector is empty is also told where
         the layup file is read, with its line there."""
         layup = self.write_layup(targets, projectors)
-        result = self.run_tool(layup, "--type", kind, "--output", "a.out", *more)
+        result = self.run_tool(layup, "--type", kind, "--output", f"a.{EXTENSIONS[kind]}", *more)
         self.assertEqual(result.returncode, 0, result.stderr)
         return ([line for line in result.stderr.splitlines()
                  if line.startswith("warning: ") and not line.endswith(": There is no target in the projector.")],
@@ -170,7 +170,7 @@ class Targets(SummaryTest):
     def test_the_files_say_nothing_of_it(self):
         def written(names):
             self.look(FOUR, {"Left": names})
-            return [(self.folder / name).read_text() for name in ("a.out", "a.out-report.htm")]
+            return [(self.folder / name).read_text() for name in ("a.ply", "a.ply-report.htm")]
         few, enough = written(["A"]), written(list("ABCD"))
         self.assertEqual(few[0], enough[0])
         self.assertEqual(few[1].replace("Writing 1 targets", "Writing 4 targets"), enough[1])
@@ -260,9 +260,10 @@ class Content(Job):
                            ("useMaxLength", False), ("offsetMode", "none"), ("normalVectorColor", "#00ff00"),
                            ("configuration", "Laser"), ("outputRosette", True), ("skipParentPlyWithSubPlies", True),
                            ("axisSystem", None), ("shapeName", None), ("partName", "Panel"), ("projectors", ["Left", "Right"]),
-                           ("layups", ["Front", "Back"]), ("dxfFileMode", "per-material"), ("createLaserData", True),
+                           ("layups", ["Front", "Back"]), ("dxfFileMode", "per-material"), ("createLaserData", True), ("check", True),
                            ("plies", ["Front/S1/P1", "Front/S1/P2", "Front/S2/P3/P3a", "Front/S2/P3/P3b", "Back/S3/P4"])):
             self.assertEqual(options[key], value, key)
+        self.assertEqual(self.summarize(PANEL, "--no-check")["options"]["check"], False)
 
     def test_the_options_repeat_the_job(self):
         (self.folder / "tools").mkdir()

@@ -149,6 +149,12 @@ class Input(ToolTest):
     def test_files_that_are_no_layup_are_told(self):
         self.expect(self.job("none.json"), 3, "error: none.json: there is no such file\n")
         self.expect(self.job("."), 3, "error: .: expected a file, found a folder\n")
+        for name, text, line, fault in (("empty.json", "", 1, "the file is empty"),
+                                        ("tool.step", "\nISO-10303-21;\nHEADER;\n", 2, 'expected "{", found "ISO-10303-21;"'),
+                                        ("note.json", "// the panel, as it was released in the year 2024\n{}", 1,
+                                         'expected "{", found "// the panel, as it was released in the "')):
+            self.write(name, text)
+            self.expect(self.job(name), 3, f"error: {name}:{line}: no valid JSON: {fault}\n")
         self.write("broken.json", "{")
         self.expect(self.job("broken.json"), 3, "error: broken.json:1: no valid JSON: ")
         self.write("nan.json", '{"format": "zetlaser-layup",\n"version": NaN}')
@@ -213,6 +219,18 @@ class Output(ToolTest):
     def test_names_of_files_are_told_as_they_are(self):
         self.expect(self.job(output="a%1.ply"), 0)
         self.assertRegex(self.job(output="a%1.ply").stdout, r"(?m)^written: a%1\.ply \(\d+ bytes\)$")
+
+    def test_a_name_that_is_not_one_of_the_make_is_warned_of(self):
+        for kind, name, extension, make in (("virtek", "panel", ".ply", "Virtek"), ("lap", "panel.ply", ".lpd", "LAP Laser"),
+                                            ("dxf", "panel.DXF.old", ".DXF", "DXF")):
+            result = self.run_tool(PANEL, "--type", kind, "--output", name)
+            self.expect(result, 0)
+            self.assertIn(f'warning: expected a file name that ends in "{extension}", as those of {make} do, found "{name}"\n',
+                          result.stderr)
+        for arguments in (["--output", "panel.dxf"], ["--output", "panel", "--no-create-laser-data"]):
+            result = self.run_tool(PANEL, "--type", "dxf", *arguments)
+            self.expect(result, 0)
+            self.assertNotIn("expected a file name", result.stderr)
 
     def test_the_folder_does_not_show_in_the_files(self):
         (self.folder / "deep").mkdir()

@@ -14,6 +14,10 @@ PROGRAM = pathlib.Path(sys.argv[1])
 SOURCE = pathlib.Path(sys.argv[2])
 PANEL = SOURCE / "examples" / "panel" / "panel.layup.json"
 BLADE = SOURCE / "examples" / "blade" / "blade.layup.json"
+# Of the part files, by type.
+EXTENSIONS = {"virtek": "ply", "lap": "lpd", "assembly-guidance": "PRT", "aligned-vision": "PRT", "lpt": "XML", "faro": "XML",
+              "sl": "sl", "general-scanning": "PRT", "quilmon": "CPD", "apt": "APT", "apt-2": "APT", "apt-sl": "APT",
+              "dxf": "DXF"}
 
 
 class ToolTest(unittest.TestCase):

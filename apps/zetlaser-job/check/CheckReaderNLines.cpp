@@ -47,12 +47,13 @@ public:
         bool isEnded = false;
         while (!isEnded && !lines.AtEnd())
             isEnded = ReadRecord();
+        const int unended = isEnded ? -1 : GetOutermostOpenGroup();
         const QString end = Check::tr("the line of the program's end (M30)");
         if (isEnded)
             file.CheckEnd(lines, end);
         else
             file.AddEndsTooEarly(lines.GetLastLineNumber(), end);
-        CheckPlyNumbers();
+        CheckPlyNumbers(unended);
     }
 
 private:
@@ -489,8 +490,17 @@ private:
             file.AddError(line, Check::tr("expected the ply %1, found %2").arg(plyNumber).arg(number));
     }
 
-    /*! Which groups are plies is known at their ends only, so plain output is looked through once more. */
-    void CheckPlyNumbers()
+    int GetOutermostOpenGroup() const
+    {
+        int outermost = file.GetOpenGroup();
+        while (outermost >= 0 && file.groups[static_cast<size_t>(outermost)].parent >= 0)
+            outermost = file.groups[static_cast<size_t>(outermost)].parent;
+        return outermost;
+    }
+
+    /*! Which groups are plies is known at their ends only, so plain output is looked through once more. Of \a unended,
+     *  the group that a file ends in too early, or -1, it isn't known. */
+    void CheckPlyNumbers(int unended)
     {
         std::vector<bool> isPly(file.groups.size());
         for (const int group : plyGroups)
@@ -498,6 +508,8 @@ private:
         size_t group = 0;
         int expected = 0;
         for (const Use& use : uses) {
+            if (unended >= 0 && use.groups > static_cast<size_t>(unended))
+                return;
             for (; group < use.groups; ++group) {
                 if (isPly[group])
                     file.groups[group].number = ++expected;
