@@ -187,11 +187,11 @@ class Calls(FaultTest):
 class Altered(FaultTest):
     """A digit that isn't the one that was written: the job reads its files back before they come to their places."""
 
-    def make_altered(self, kind, extension, *options):
+    def make_altered(self, kind, extension, *options, digit=rb"(3)00\.000"):
         """The part file's path, the place of the digit, and what the job says."""
         self.make_reference(PANEL, "--type", kind, "--output", f"{kind}.{extension}", *options)
         path = self.folder / f"{kind}.{extension}"
-        place = path.read_bytes().index(b"300.000")
+        place = re.search(digit, path.read_bytes()).start(1)
         self.put_previous()
         return path, place, self.run_with("alter", ALL, place)
 
@@ -204,6 +204,15 @@ class Altered(FaultTest):
                 self.assertRegex(error, rf"isn't kept: {path.name}:\d+: .*: expected 300\.0+, found 200\.0+$")
                 self.check_all_previous()
                 self.assertEqual(self.left_folders(), [])
+
+    def test_the_last_decimal_counts(self):
+        for kind, extension in PART_FILES:
+            with self.subTest(kind=kind):
+                path, _, result = self.make_altered(kind, extension, digit=rb"300\.0+(0)(?!\d)")
+                self.expect(result, 5)
+                # Told with a decimal more than the file has.
+                self.assertRegex(result.stderr, rf"isn't kept: {path.name}:\d+: .*: expected 300\.0+, found 300\.0+10\n")
+                self.check_all_previous()
 
     def test_no_check_leaves_it_to_the_user(self):
         for kind, extension in PART_FILES:
