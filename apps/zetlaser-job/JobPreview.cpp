@@ -79,6 +79,10 @@ private:
             throw JobError(JobExit::WrongCall, Translate("expected the option --output, found none"));
         const QFileInfo output(settings.GetText(u"output"_s));
         baseName = output.fileName();
+        for (const QString& format : wanted.formats) {
+            if (baseName.endsWith(u'.' + format)) // it is put behind the name
+                baseName.chop(format.size() + 1);
+        }
         if (baseName.isEmpty())
             throw JobError(
                 JobExit::WrongCall,

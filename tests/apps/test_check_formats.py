@@ -3,6 +3,7 @@
 [unittest arguments]"""
 
 import json
+import random
 
 import json_schema
 from tool_test import BLADE, EXTENSIONS, PANEL, SOURCE, ToolTest, main
@@ -223,6 +224,34 @@ class Cut(FormatsTest):
                 documents = self.read("--type", kind, *cuts)
                 for cut, document in documents.items():
                     self.assertTrue("error" in document or document["findings"], cut)
+
+
+class Changed(FormatsTest):
+    def test_files_with_random_bytes_are_told(self):
+        source = random.Random(7)
+        for kind in [*FORMATS, "apt"]:
+            for name in self.write_files(PANEL, kind, kind):
+                with self.subTest(name=name):
+                    type_name = self.read(name)[name]["type"]
+                    content = (self.folder / name).read_bytes()
+                    for count in range(25):
+                        changed = bytearray(content)
+                        for _ in range(1 + count % 5):
+                            begin = source.randrange(len(changed))
+                            end = begin + source.choice((0, 1, 1, 40))
+                            changed[begin:end] = source.choice((b"", b"9" * 400, bytes([source.randrange(256)]), changed[end:end + 40]))
+                        (self.folder / f"changed-{count}").write_bytes(changed)
+                    names = [f"changed-{count}" for count in range(25)]
+                    documents = self.read("--type", type_name, *names)
+                    self.assertEqual(sorted(documents), sorted(names))
+                    told = [document for document in documents.values() if "error" in document or document["findings"]]
+                    self.assertGreater(len(told), 12)  # a digit that is another one can't be seen
+                    result = self.run_tool("check", "--quiet", "--type", type_name, *names)
+                    self.assertIn(result.returncode, (1, 2))
+                    for line in result.stdout.split("\n")[:-1]:
+                        self.assertRegex(line, r"\Achanged-\d+(:\d+)?: (error|warning): [^\x00-\x1f]+\Z")
+                    for line in result.stderr.split("\n")[:-1]:
+                        self.assertRegex(line, r"\Aerror: can't read changed-\d+: [^\x00-\x1f]+\Z")
 
 
 if __name__ == "__main__":

@@ -169,6 +169,13 @@ class Calls(PreviewTest):
         self.expect(result, 4, f"can't write {self.folder}/part.png: File too large")
         self.assertEqual(self.names(), [])
 
+    def test_the_extension_is_not_put_behind_the_name_twice(self):
+        self.expect(self.run_tool(PANEL, "--output", "part.svg", "--formats", "svg"), 0)
+        self.expect(self.run_tool(PANEL, "--output", "part.html", "--formats", "svg"), 0)
+        self.assertEqual(self.names(), ["part.html.svg", "part.svg"])
+        self.expect(self.run_tool(PANEL, "--output", ".svg", "--formats", "svg"), 2,
+                    '--output: expected a file name without extension, found ".svg"\n')
+
     def test_missing_folder_is_told(self):
         self.expect(self.run_tool(PANEL, "--output", "none/part"), 4)
 
