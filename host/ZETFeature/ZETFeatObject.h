@@ -55,18 +55,23 @@ public:
 
     /*! The name that people see: the label that was set, otherwise the class's defaultLabel. */
     virtual QString GetLabel() const;
+    /*! What a host shows behind and ahead of the label; empty, as here, for nothing. */
     virtual QString GetLabelSuffix() const;
     virtual QString GetLabelPrefix() const;
     /*! Whether a feature of class \a type may stand below this one: answered from allowedParents of that class. */
     virtual bool IsChildAllowed(const QMetaObject* type) const;
     /*! How a user may move the feature among its siblings, as bits of the host's own; 0 for not at all, as here. */
     virtual int GetAllowedMoveActions();
+    /*! Whether a user may delete the feature, and whether a user may duplicate it; true, as here. */
     virtual bool IsUserDeletable() const;
     virtual bool CanUserDuplicate() const;
+    /*! Shows or hides the feature itself in the scene. DEFAULT: true */
     virtual void SetVisibility(bool visible);
     /*! Works the feature out anew. A feature calls its base first, and returns false if its state is invalid. The
      *  base's part empties the messages and succeeds. */
     virtual bool UpdateResult();
+    /*! Steps that a host takes behind a duplication, behind a move, and for what no stream holds. Nothing happens here.
+     */
     virtual void PostDuplicate(const ZETFeatObject* source, const ZETFeatObject* sourceRoot);
     virtual void PostMove(ZETFeatObject* oldParent, int oldPosition);
     virtual void InitializeNonStreamed();

@@ -16,12 +16,14 @@ class ZETHOST_EXPORT ZETFeatVisObject : public ZETVisVirtualObject
     Q_OBJECT
 
 public:
+    /*! For \a feature, which isn't owned; both may be null. */
     ZETFeatVisObject(const ZETFeatEnvironment* environment, ZETFeatObject* feature);
     ~ZETFeatVisObject() override;
 
     /*! The feature that is shown; null when it has gone. */
     ZETFeatObject* GetFeature() const;
 
+    /*! Visible itself, while its feature is there and visible. */
     bool IsVisible() const override;
     bool IsSelectable() const override;
     /*! The label of the feature. */

@@ -33,6 +33,7 @@ public:
     virtual void Initialize();
     /*! Takes the object out of its container. */
     virtual void Remove();
+    /*! Called ahead of Load, and behind it, for all objects that are loaded together. */
     virtual void BeginStateLoad();
     virtual void EndStateLoad();
     /*! Releases what the object can make again. The base does nothing. */

@@ -14,8 +14,9 @@ class ZETHOST_EXPORT ZETVisObject : public QObject
 public:
     ~ZETVisObject() override;
 
-    /*! Whether the object has one position; GetPosition is meaningless without. */
+    /*! Whether the object has one position; GetPosition is meaningless without. False, as here. */
     virtual bool IsPosition() const;
+    /*! Position and box in model coordinates, in mm; the box is empty where there is nothing to see, as here. */
     virtual ZETMathPoint GetPosition() const;
     virtual ZETMathBoundingBox GetBoundingBox() const;
 

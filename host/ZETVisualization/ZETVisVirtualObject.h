@@ -20,13 +20,16 @@ public:
     ZETVisVirtualObject(const ZETVisEnvironment* environment, QObject* parent);
     ~ZETVisVirtualObject() override;
 
-    /*! What the object shows; the object takes it over and deletes what it showed before. */
+    /*! What the object shows, null for nothing; the object takes it over and deletes what it showed before. */
     void SetRep(const ZETVisRep* rep);
     const ZETVisRep* GetRep() const;
+    /*! DEFAULT: true */
     void SetVisibility(bool visible);
 
     virtual bool IsVisible() const;
+    /*! Whether a user can pick the object in the scene; false, as here. */
     virtual bool IsSelectable() const;
+    /*! The name that a user sees; the object's Qt name, as here. */
     virtual QString GetLabel() const;
     ZETMathBoundingBox GetBoundingBox() const override;
 
