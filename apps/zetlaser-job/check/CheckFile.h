@@ -28,7 +28,7 @@ struct CheckFinding {
     QString ply;  //!< empty where no ply is meant
     QString text;
     bool mayFollow = false; //!< may come from the error in CheckFile::lostLine
-    bool isGuess = false; //!< by what other plies of the file have; the model may say otherwise
+    bool isGuess = false;   //!< by what other plies of the file have; the model may say otherwise
 };
 
 /*! A point as the file has it: in the file's unit and axis system, normals unscaled. */

@@ -67,10 +67,11 @@ public:
     }
 
 private:
-    void Warn(int line, const QString& ply, const QString& text)
+    void Warn(int line, const QString& ply, const QString& text, bool isGuess = false)
     {
         if (findings.size() < CheckFile::maxFindings)
-            findings.push_back({CheckSeverity::Warning, line, ply, text});
+            findings.push_back(
+                {.severity = CheckSeverity::Warning, .line = line, .ply = ply, .text = text, .isGuess = isGuess});
     }
 
     // Names
@@ -319,8 +320,7 @@ private:
             if (against >= enough && against > many * with) {
                 const CheckGroup& group = file.groups[static_cast<size_t>(ply.group)];
                 Warn(group.line, group.name,
-                     Check::tr("the normals go to the other side than those of other plies at the same places"));
-                findings.back().isGuess = true;
+                     Check::tr("the normals go to the other side than those of other plies at the same places"), true);
             }
         }
     }

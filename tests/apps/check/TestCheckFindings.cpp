@@ -5,6 +5,8 @@
 
 #include <QTest>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 class TestCheckFindings : public QObject
@@ -18,6 +20,7 @@ private slots:
     void namesThatTheFormatTellsApart();
     void countsErrorsBeyondAThousand();
     void tellsPliesThatLieTheirBacksToTheOthers();
+    void onlyAGuessIsMarkedAsOne();
     void measuresPlies();
     void sizesInWords();
     void linesOfFindings();
@@ -47,6 +50,18 @@ QByteArray Ply(const QByteArray& name, const QByteArray& content)
 
 const QByteArray square = Polyline("0 0 0\n100 0 0\n100 100 0\n0 100 0\n0 0 0\n");
 const QByteArray end = "EOD\n";
+
+/*! A square whose normals are \a z along Z. */
+QByteArray PlyWithNormals(const QByteArray& name, int z)
+{
+    const QByteArray normal = "   0 0 " + QByteArray::number(z) + '\n';
+    return Ply(name, Polyline("5 5 0" + normal + "105 5 0" + normal + "105 105 0" + normal + "5 105 0" + normal +
+                              "5 5 0" + normal));
+}
+
+/*! Four plies, of which the third lies with its back to the others. */
+const QByteArray oneTurned =
+    PlyWithNormals("A", 1) + PlyWithNormals("B", 1) + PlyWithNormals("C", -1) + PlyWithNormals("D", 1);
 } // namespace
 
 void TestCheckFindings::tellsWhatIsDoubtful_data()
@@ -182,15 +197,22 @@ void TestCheckFindings::countsErrorsBeyondAThousand()
 
 void TestCheckFindings::tellsPliesThatLieTheirBacksToTheOthers()
 {
-    const auto ply = [](const QByteArray& name, int z) {
-        const QByteArray normal = "   0 0 " + QByteArray::number(z) + '\n';
-        return Ply(name, Polyline("5 5 0" + normal + "105 5 0" + normal + "105 105 0" + normal + "5 105 0" + normal +
-                                  "5 5 0" + normal));
-    };
-    QCOMPARE(GetLines(u"virtek"_s, ply("A", 1) + ply("B", 1) + ply("C", -1) + ply("D", 1) + end),
+    QCOMPARE(GetLines(u"virtek"_s, oneTurned + end),
              QStringList(u"f:17: warning: ply C: the normals go to the other side than those of other plies at the "
                          "same places"_s));
-    QCOMPARE(GetLines(u"virtek"_s, ply("A", -1) + ply("B", -1) + end), QStringList());
+    QCOMPARE(GetLines(u"virtek"_s, PlyWithNormals("A", -1) + PlyWithNormals("B", -1) + end), QStringList());
+}
+
+void TestCheckFindings::onlyAGuessIsMarkedAsOne()
+{
+    const auto countGuesses = [](const QByteArray& bytes) {
+        const CheckedFile file = CheckBytes(u"f"_s, *CheckFormats::Find(u"virtek"_s), bytes, CheckFile::UnknownUnit);
+        return std::count_if(file.findings.begin(), file.findings.end(),
+                             [](const CheckFinding& finding) { return finding.isGuess; });
+    };
+    QCOMPARE(countGuesses(Ply("E", "") + oneTurned + end), 1);
+    // There is no room for the guess any more.
+    QCOMPARE(countGuesses(Ply("E", "").repeated(1000) + oneTurned + end), 0);
 }
 
 void TestCheckFindings::measuresPlies()
