@@ -3,6 +3,7 @@
 #include "check/CheckBoundaries.h"
 #include "check/CheckCompare.h"
 #include "check/CheckFormat.h"
+#include "check/CheckMeasures.h"
 #include "expected/JobExpectedFile.h"
 #include "expected/JobExpectedTree.h"
 #include "JobError.h"
@@ -20,6 +21,7 @@
 #include <QFileInfo>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <iostream>
 
@@ -123,6 +125,25 @@ CheckFile GetTargets(const CheckFile& file)
 void AddDifference(CheckedFile& file, const CheckFinding& difference)
 {
     file.AddWarning(difference.line, difference.ply, difference.text);
+}
+
+/*! The longest side of all plies, in the file's unit. */
+double GetSize(const CheckFile& file)
+{
+    CheckBox box;
+    for (const CheckPly& ply : CheckMeasures::GetPlies(file))
+        box.Add(ply.box);
+    const std::array<double, 3> sides = box.GetSides();
+    return *std::max_element(sides.begin(), sides.end());
+}
+
+/*! The commonest fault of all, in a file that should be in mm. */
+bool HasSizeInInches(const CheckFile& file, const CheckFile& inMillimetres)
+{
+    constexpr double inch = 25.4; // mm
+    constexpr double range = 0.05;
+    const double size = GetSize(file) * inch;
+    return size > 0.0 && std::abs(GetSize(inMillimetres) - size) < range * size;
 }
 
 /*! What was told of plies by what other plies have, where the model knows better. */
@@ -259,6 +280,11 @@ void JobCheckModel::Check(CheckedFile& file, QByteArrayView bytes, double limit,
     Read(file, bytes, *likeliest);
     if (!likeliest->file) {
         file.AddWarning(0, {}, Translate("the model gives no such file"));
+        return;
+    }
+    if (file.content.unit == CheckFile::UnknownUnit && likeliest->unit == CheckFile::Millimetres &&
+        HasSizeInInches(file.content, likeliest->file->content)) {
+        file.AddWarning(0, {}, Translate("the part has the size of the model in inches: --units in compares it so"));
         return;
     }
     file.compared = CheckedFile::Boundaries;

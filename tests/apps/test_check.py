@@ -31,8 +31,8 @@ class Calls(CheckTest):
             "  plies and sub-plies: 1, curves: 1, points: 5, texts: 0, parameters: 0",
             "  normals: 0 points have one",
             "  size: 100.0 mm x 100.0 mm x 0.0 mm, if it is written in mm; the file doesn't tell",
-            "     line  curves  points     length  size                           ply",
-            "        2       1       5   400.0 mm  100.0 mm x 100.0 mm x 0.0 mm   S/A",
+            "     line  curves  closed  points     length  size                           ply",
+            "        2       1       1       5   400.0 mm  100.0 mm x 100.0 mm x 0.0 mm   S/A",
             "part.cal: there is no such file beside part.ply"])
         self.assertEqual(self.check("--quiet", "part.ply").stdout, "")
 
@@ -390,6 +390,14 @@ class Model(CheckTest):
                     result = self.check(name, "--layup", layup, *told)
                     if options != told:
                         self.assertIn("; the job had other options (line ", result.stdout)
+
+    def test_a_file_in_inches_is_told_where_it_is_held_against_millimetres(self):
+        self.job("--units=in")
+        told = "panel.ply: warning: the part has the size of the model in inches: --units in compares it so"
+        result = self.check("--quiet", "panel.ply", "--layup", PANEL, code=1)
+        self.assertIn(told, result.stdout.splitlines())
+        self.assertNotIn("boundary", result.stdout)
+        self.check("--quiet", "panel.ply", "--layup", PANEL, "--units=in")
 
     def test_a_settings_file_tells_the_options(self):
         options = {"outputRosette": False, "minimizePointsTolerance": 0.3}

@@ -62,6 +62,13 @@ QString DescribeLength(double millimetres)
                                : Check::tr("%1 m").arg(millimetres / metre, 0, 'f', 1);
 }
 
+qint64 CountClosed(const CheckedFile& file, const CheckPly& ply)
+{
+    return std::count_if(ply.curves.begin(), ply.curves.end(), [&](size_t curve) {
+        return CheckMeasures::IsClosed(file.content, file.content.curves[curve]);
+    });
+}
+
 QString GetPlyLine(const CheckedFile& file, const CheckPly& ply)
 {
     const CheckGroup* const group = ply.group < 0 ? nullptr : &file.content.groups[static_cast<size_t>(ply.group)];
@@ -69,8 +76,9 @@ QString GetPlyLine(const CheckedFile& file, const CheckPly& ply)
         group ? GetLayers(file.content, *group) << group->name : QStringList(Check::tr("(in no ply)"));
     const QString size =
         ply.box.IsEmpty() ? u"-"_s : CheckReport::DescribeSize(Scale(ply.box.GetSides(), file.unitLength));
-    return u"  %1  %2  %3  %4  %5  %6"_s.arg(group ? group->line : 0, 7)
+    return u"  %1  %2  %3  %4  %5  %6  %7"_s.arg(group ? group->line : 0, 7)
         .arg(ply.curves.size(), 6)
+        .arg(CountClosed(file, ply), 6)
         .arg(ply.points, 6)
         .arg(DescribeLength(ply.length * file.unitLength), 9)
         .arg(size, -29)
@@ -81,8 +89,9 @@ QStringList GetPlyTable(const CheckedFile& file)
 {
     if (file.plies.empty())
         return {};
-    QStringList lines{u"  %1  %2  %3  %4  %5  %6"_s.arg(Check::tr("line"), 7)
+    QStringList lines{u"  %1  %2  %3  %4  %5  %6  %7"_s.arg(Check::tr("line"), 7)
                           .arg(Check::tr("curves"), 6)
+                          .arg(Check::tr("closed"), 6)
                           .arg(Check::tr("points"), 6)
                           .arg(Check::tr("length"), 9)
                           .arg(Check::tr("size"), -29)
@@ -144,11 +153,8 @@ QJsonObject GetPlyJson(const CheckedFile& file, const CheckPly& ply)
         for (const auto& [key, value] : group.values)
             json[key] = value;
     }
-    const auto isClosed = [&](size_t curve) {
-        return CheckMeasures::IsClosed(file.content, file.content.curves[curve]);
-    };
     json[u"curves"_s] = static_cast<qint64>(ply.curves.size());
-    json[u"closedCurves"_s] = static_cast<qint64>(std::count_if(ply.curves.begin(), ply.curves.end(), isClosed));
+    json[u"closedCurves"_s] = CountClosed(file, ply);
     json[u"points"_s] = static_cast<qint64>(ply.points);
     json[u"pointsWithNormal"_s] = static_cast<qint64>(ply.pointsWithNormal);
     json[u"texts"_s] = static_cast<qint64>(ply.texts);

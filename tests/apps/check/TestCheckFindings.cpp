@@ -229,8 +229,8 @@ void TestCheckFindings::measuresPlies()
              QStringList({u"f: Virtek"_s, u"  plies and sub-plies: 1, curves: 2, points: 7, texts: 0, parameters: 1"_s,
                           u"  normals: 0 points have one"_s,
                           u"  size: 2.5 m x 2.5 m x 0.1 m, as it is written in inches; the file doesn't tell"_s,
-                          u"     line  curves  points     length  size                           ply"_s,
-                          u"        2       2       7     10.3 m  2.5 m x 2.5 m x 0.1 m          S/A"_s}));
+                          u"     line  curves  closed  points     length  size                           ply"_s,
+                          u"        2       2       1       7     10.3 m  2.5 m x 2.5 m x 0.1 m          S/A"_s}));
 }
 
 void TestCheckFindings::sizesInWords()
