@@ -87,10 +87,11 @@ void Answer(const PipeEnd& pipe, Result::End end, const QByteArray& bytes)
 bool TakeAnswer(const QByteArray& answer, Result& result)
 {
     qint64 size = 0;
-    if (answer.size() < qsizetype(1 + sizeof size))
+    constexpr qsizetype frame = 1 + qsizetype(sizeof size);
+    if (answer.size() < frame)
         return false;
     std::memcpy(&size, answer.constEnd() - sizeof size, sizeof size);
-    if (size != answer.size() - qsizetype(1 + sizeof size))
+    if (size != answer.size() - frame)
         return false;
     result.end = Result::End(answer[0]);
     result.bytes = answer.mid(1, size);

@@ -93,9 +93,9 @@ void TestJobInputs::writingOverAnInputIsRefused()
 {
     const JobInputs inputs = MakeInputs();
     inputs.CheckKept({u"b.json"_s, u"missing/a.json"_s});
-    QVERIFY_EXCEPTION_THROWN(inputs.CheckKept({u"b.json"_s, QDir::currentPath() + u"/a.json"_s}), JobError);
+    QVERIFY_THROWS_EXCEPTION(JobError, inputs.CheckKept({u"b.json"_s, QDir::currentPath() + u"/a.json"_s}));
     QVERIFY(QFile::link(QDir::currentPath(), u"link"_s) || QFile::exists(u"link"_s));
-    QVERIFY_EXCEPTION_THROWN(inputs.CheckKept({u"link/a.json"_s}), JobError);
+    QVERIFY_THROWS_EXCEPTION(JobError, inputs.CheckKept({u"link/a.json"_s}));
 }
 
 QTEST_GUILESS_MAIN(TestJobInputs)

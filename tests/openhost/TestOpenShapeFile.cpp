@@ -773,7 +773,7 @@ void TestOpenShapeFile::placesFarOutOfAnyWorkshopAreTold()
     WriteBrep(BRepBuilderAPI_MakeEdge(gp_Pnt(0.0, 0.0, 0.0), gp_Pnt(0.0, 0.0, 12345678.5)), "edge.brep");
     const ZETOpenShapeFile edge("edge.brep");
     const ZETOpenShapeFile plate("far.brep");
-    QVERIFY_EXCEPTION_THROWN(edge.GetEdge(0, plate.GetSingleFace()), ZETSysException);
+    QVERIFY_THROWS_EXCEPTION(ZETSysException, edge.GetEdge(0, plate.GetSingleFace()));
 }
 
 void TestOpenShapeFile::bladeOfTheExample()
