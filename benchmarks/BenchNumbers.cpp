@@ -6,6 +6,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <array>
 #include <random>
 #include <string>
 #include <vector>
@@ -22,7 +23,22 @@ std::vector<double> MakeValues(double size)
     return values;
 }
 
+/*! The number's text alone, where a writer has it: in a block. */
 void RunNumberText(benchmark::State& state, double size)
+{
+    const std::vector<double> values = MakeValues(size);
+    const int decimals = int(state.range(0));
+    std::array<char, ZETLaserNumberText::room> text{};
+    for ([[maybe_unused]] auto _ : state) {
+        for (const double value : values) {
+            benchmark::DoNotOptimize(ZETLaserNumberText::TryWrite(text.data(), value, decimals));
+            benchmark::ClobberMemory();
+        }
+    }
+    state.SetItemsProcessed(state.iterations() * qint64(values.size()));
+}
+
+void RunAppend(benchmark::State& state, double size)
 {
     const std::vector<double> values = MakeValues(size);
     const int decimals = int(state.range(0));
@@ -56,6 +72,7 @@ void Register(const std::string& kind, double size)
             ->Arg(6);
     };
     add("NumberText/", &RunNumberText);
+    add("NumberAppended/", &RunAppend);
     add("QStringNumber/", &RunQString);
     for (const std::string decimals : {"/3", "/6"})
         BenchRatios::WantAtLeast(6.0, "QStringNumber/" + kind + decimals, "NumberText/" + kind + decimals);
