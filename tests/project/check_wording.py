@@ -47,7 +47,7 @@ PLANTED = [
     ("a.sh", "cat /ho" + "me/jane/x", True),
     ("a.cpp", "// the part 1 of 2 is specific, unspecified or specialised", False),
     ("a.cpp", "// a part of 1.5 m", False),
-    ("a.cpp", "// frame" + "work/main, ${path}/work/x and ./root/x", False),
+    ("a.cpp", "// frame" + "wo" + "rk/core, ${path}/wo" + "rk/x and ./ro" + "ot/x", False),
 ]
 
 
